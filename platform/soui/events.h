@@ -1,0 +1,208 @@
+// Events: EventArgs, the event set of a window, and the toolkit's standard ids.
+//
+// A window registers the ids (and names) of the events it raises; subscribers
+// attach by id or by registered name. Subscribers run newest first; one that
+// returns true counts as having handled the event, and if it also clears
+// bubbleUp the remaining subscribers are skipped.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "soui/sstring.h"
+
+namespace SOUI {
+
+class SObject;
+
+// Standard event ids of the toolkit.
+enum : int {
+  EVT_INIT = 8000,
+  EVT_EXIT = 8001,
+  EVT_TIMER = 8002,
+  EVT_SETFOCUS = 8100,
+  EVT_KILLFOCUS = 8101,
+  EVT_CREATE = 8102,
+  EVT_DESTROY = 8103,
+  EVT_SIZE = 8104,
+  EVT_VISIBLECHANGED = 8105,
+  EVT_STATECHANGED = 8106,
+  EVT_LBUTTONDOWN = 8107,
+  EVT_LBUTTONUP = 8108,
+  EVT_UPDATE_TOOLTIP = 8109,
+  EVT_KEYDOWN = 8200,
+  EVT_MOUSE_HOVER = 9000,
+  EVT_MOUSE_LEAVE = 9001,
+  EVT_CMD = 10000,
+  EVT_CTXMENU = 10001,
+  EVT_TAB_SELCHANGING = 11000,
+  EVT_TAB_SELCHANGED = 11001,
+  EVT_TAB_ITEMHOVER = 11002,
+  EVT_TAB_ITEMLEAVE = 11003,
+  EVT_EXTERNAL_BEGIN = 10000000,
+};
+
+class EventArgs {
+ public:
+  explicit EventArgs(SObject* sender);
+  virtual ~EventArgs() = default;
+  virtual int GetID() const = 0;
+  virtual const wchar_t* GetName() const = 0;
+
+  bool bubbleUp = true;
+  UINT handled = 0;
+  int idFrom = 0;
+  SStringW nameFrom;
+  SObject* sender = nullptr;
+};
+
+// Declares the static id and name of an event class, as the toolkit's
+// EVENTID / EVENTNAME pair does.
+#define SOUI_EVENT_ID(evt_id, evt_name)                                         \
+ public:                                                                        \
+  static constexpr int EventID = (evt_id);                                      \
+  static const wchar_t* EventName() { return evt_name; }                        \
+  int GetID() const override { return EventID; }                                \
+  const wchar_t* GetName() const override { return EventName(); }
+
+class EventCmd : public EventArgs {
+  SOUI_EVENT_ID(EVT_CMD, L"on_command")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventCtxMenu : public EventArgs {
+  SOUI_EVENT_ID(EVT_CTXMENU, L"on_context_menu")
+ public:
+  using EventArgs::EventArgs;
+  POINT pt{0, 0};
+  bool bCancel = false;
+};
+
+class EventSwndCreate : public EventArgs {
+  SOUI_EVENT_ID(EVT_CREATE, L"on_create")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventSwndDestroy : public EventArgs {
+  SOUI_EVENT_ID(EVT_DESTROY, L"on_destroy")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventSwndSize : public EventArgs {
+  SOUI_EVENT_ID(EVT_SIZE, L"on_size")
+ public:
+  using EventArgs::EventArgs;
+  SIZE szWnd{0, 0};
+};
+
+class EventSwndStateChanged : public EventArgs {
+  SOUI_EVENT_ID(EVT_STATECHANGED, L"on_state_changed")
+ public:
+  using EventArgs::EventArgs;
+  DWORD dwOldState = 0;
+  DWORD dwNewState = 0;
+};
+
+class EventSwndVisibleChanged : public EventArgs {
+  SOUI_EVENT_ID(EVT_VISIBLECHANGED, L"on_visible_changed")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventSwndMouseHover : public EventArgs {
+  SOUI_EVENT_ID(EVT_MOUSE_HOVER, L"on_mouse_hover")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventSwndMouseLeave : public EventArgs {
+  SOUI_EVENT_ID(EVT_MOUSE_LEAVE, L"on_mouse_leave")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventLButtonDown : public EventArgs {
+  SOUI_EVENT_ID(EVT_LBUTTONDOWN, L"on_mouse_lbutton_down")
+ public:
+  using EventArgs::EventArgs;
+  POINT pt{0, 0};
+};
+
+class EventLButtonUp : public EventArgs {
+  SOUI_EVENT_ID(EVT_LBUTTONUP, L"on_mouse_lbutton_up")
+ public:
+  using EventArgs::EventArgs;
+  POINT pt{0, 0};
+};
+
+class EventSetFocus : public EventArgs {
+  SOUI_EVENT_ID(EVT_SETFOCUS, L"on_set_focus")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventKillFocus : public EventArgs {
+  SOUI_EVENT_ID(EVT_KILLFOCUS, L"on_kill_focus")
+ public:
+  using EventArgs::EventArgs;
+};
+
+class EventKeyDown : public EventArgs {
+  SOUI_EVENT_ID(EVT_KEYDOWN, L"on_key_down")
+ public:
+  using EventArgs::EventArgs;
+  UINT nChar = 0;
+  UINT nFlags = 0;
+  bool bCancel = false;
+};
+
+// A subscriber: returns true when it handled the event.
+using EventHandler = std::function<bool(EventArgs*)>;
+
+// The subscribers of one window, keyed by event id.
+class EventSet {
+ public:
+  // Registers an event the owner raises; subscribing to unregistered ids fails.
+  void addEvent(int id, const wchar_t* name);
+  void removeEvent(int id);
+  bool isEventPresent(int id) const;
+  int idOfName(const wchar_t* name) const;  // 0 when unknown
+
+  // Returns a connection id (> 0), or 0 when the event is not registered.
+  int subscribeEvent(int id, EventHandler handler);
+  int subscribeEvent(const wchar_t* name, EventHandler handler);
+  // Typed form: bool Class::OnX(EventSub*).
+  template <class Obj, class EventSub>
+  int subscribeEvent(bool (Obj::*fn)(EventSub*), Obj* obj) {
+    return subscribeEvent(EventSub::EventID, [obj, fn](EventArgs* e) {
+      return (obj->*fn)(static_cast<EventSub*>(e));
+    });
+  }
+  bool unsubscribeEvent(int id, int connection);
+  void removeAllEvents();
+
+  // Runs the subscribers of evt.GetID(); a muted set runs none.
+  void FireEvent(EventArgs& evt);
+  void setMutedState(bool muted) { muted_ = muted; }
+  bool isMuted() const { return muted_; }
+
+ private:
+  struct Slot {
+    int connection;
+    EventHandler handler;
+  };
+  struct Event {
+    SStringW name;
+    std::vector<Slot> slots;
+  };
+  std::map<int, Event> events_;
+  int next_connection_ = 1;
+  bool muted_ = false;
+};
+
+}  // namespace SOUI

@@ -1,0 +1,146 @@
+// Painting interfaces: fonts, pens, brushes, bitmaps and the render target.
+//
+// Windows paint in their host's client coordinates. Objects are reference
+// counted through shared pointers; Select* returns the object it replaced so
+// that callers can restore it.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "soui/sstring.h"
+
+namespace SOUI {
+
+// DrawText formats (Win32 DT_* values).
+constexpr UINT DT_TOP = 0x0000;
+constexpr UINT DT_LEFT = 0x0000;
+constexpr UINT DT_CENTER = 0x0001;
+constexpr UINT DT_RIGHT = 0x0002;
+constexpr UINT DT_VCENTER = 0x0004;
+constexpr UINT DT_BOTTOM = 0x0008;
+constexpr UINT DT_WORDBREAK = 0x0010;
+constexpr UINT DT_SINGLELINE = 0x0020;
+constexpr UINT DT_EXPANDTABS = 0x0040;
+constexpr UINT DT_NOCLIP = 0x0100;
+constexpr UINT DT_CALCRECT = 0x0400;
+constexpr UINT DT_NOPREFIX = 0x0800;
+constexpr UINT DT_END_ELLIPSIS = 0x8000;
+
+// Pen styles.
+constexpr int PS_SOLID = 0;
+constexpr int PS_DASH = 1;
+constexpr int PS_DOT = 2;
+
+// A resolved font: the toolkit's description already scaled to pixels.
+struct FontDesc {
+  SStringW face;      // empty: the theme's default face
+  int height = 12;    // pixel height (em size)
+  int weight = 400;   // 400 normal, 700 bold
+  bool italic = false;
+  bool underline = false;
+  bool strike = false;
+  bool operator==(const FontDesc& o) const {
+    return face == o.face && height == o.height && weight == o.weight && italic == o.italic &&
+           underline == o.underline && strike == o.strike;
+  }
+};
+
+class IFont {
+ public:
+  virtual ~IFont() = default;
+  virtual const FontDesc& Desc() const = 0;
+};
+using IFontPtr = std::shared_ptr<IFont>;
+
+class IPen {
+ public:
+  virtual ~IPen() = default;
+  virtual int GetStyle() const = 0;
+  virtual COLORREF GetColor() const = 0;
+  virtual int GetWidth() const = 0;
+};
+using IPenPtr = std::shared_ptr<IPen>;
+
+class IBrush {
+ public:
+  virtual ~IBrush() = default;
+  virtual COLORREF GetColor() const = 0;
+};
+using IBrushPtr = std::shared_ptr<IBrush>;
+
+// A decoded image in premultiplied ARGB32 rows (cairo's native format).
+class IBitmap {
+ public:
+  virtual ~IBitmap() = default;
+  virtual int Width() const = 0;
+  virtual int Height() const = 0;
+  virtual int Stride() const = 0;
+  virtual const unsigned char* Bits() const = 0;
+};
+using IBitmapPtr = std::shared_ptr<IBitmap>;
+
+// How an image fills a larger rectangle.
+enum class ExpandMode { Stretch, Tile, None };
+
+class IRenderTarget {
+ public:
+  virtual ~IRenderTarget() = default;
+
+  virtual CSize GetSize() const = 0;
+
+  // Objects. Creating does not select.
+  virtual IPenPtr CreatePen(int style, COLORREF color, int width) = 0;
+  virtual IBrushPtr CreateSolidColorBrush(COLORREF color) = 0;
+  virtual IFontPtr CreateFont(const FontDesc& desc) = 0;
+  virtual IFontPtr SelectFont(IFontPtr font) = 0;  // returns the previous font
+  virtual IPenPtr SelectPen(IPenPtr pen) = 0;
+  virtual IBrushPtr SelectBrush(IBrushPtr brush) = 0;
+  virtual IFontPtr GetCurrentFont() const = 0;
+  virtual IPenPtr GetCurrentPen() const = 0;
+  virtual IBrushPtr GetCurrentBrush() const = 0;
+  virtual COLORREF SetTextColor(COLORREF color) = 0;  // returns the previous colour
+  virtual COLORREF GetTextColor() const = 0;
+
+  // Text. With DT_CALCRECT nothing is drawn and rc receives the extent.
+  virtual void DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) = 0;
+  virtual void MeasureText(const wchar_t* text, int len, SIZE* size) = 0;
+  virtual void TextOut(int x, int y, const wchar_t* text, int len) = 0;
+
+  // Shapes: Draw* strokes with the current pen, Fill* fills with the current brush.
+  virtual void DrawLines(const POINT* points, int count) = 0;
+  virtual void DrawRectangle(LPCRECT rc) = 0;
+  virtual void FillRectangle(LPCRECT rc) = 0;
+  virtual void FillSolidRect(LPCRECT rc, COLORREF color) = 0;
+  virtual void DrawRoundRect(LPCRECT rc, POINT radius) = 0;
+  virtual void FillRoundRect(LPCRECT rc, POINT radius) = 0;
+  virtual void DrawEllipse(LPCRECT rc) = 0;
+  virtual void FillEllipse(LPCRECT rc) = 0;
+
+  // Images. src selects a part of the bitmap (null: all of it).
+  virtual void DrawBitmap(LPCRECT dst, const IBitmap* bmp, LPCRECT src, ExpandMode mode,
+                          BYTE alpha) = 0;
+  // Nine-patch: the margins of src keep their size, the centre stretches or tiles.
+  virtual void DrawBitmap9Patch(LPCRECT dst, const IBitmap* bmp, LPCRECT src, LPCRECT margins,
+                                ExpandMode mode, BYTE alpha) = 0;
+
+  // Clipping nests; Pop restores the previous clip.
+  virtual void PushClipRect(LPCRECT rc) = 0;
+  virtual void PopClip() = 0;
+  virtual CRect GetClipBox() const = 0;
+  // Everything drawn until PopLayer is composited with the given opacity.
+  virtual void PushLayer(BYTE alpha) = 0;
+  virtual void PopLayer() = 0;
+};
+
+// Creates render targets and decodes images; one per application.
+class IRenderFactory {
+ public:
+  virtual ~IRenderFactory() = default;
+  virtual std::unique_ptr<IRenderTarget> CreateRenderTarget(int width, int height) = 0;
+  // Null when the file is missing or not a PNG.
+  virtual IBitmapPtr LoadBitmapFromFile(const SStringW& path) = 0;
+  virtual IBitmapPtr LoadBitmapFromMemory(const void* data, size_t size) = 0;
+};
+
+}  // namespace SOUI

@@ -1,0 +1,80 @@
+// SApplication: the one application object. It owns the class factory, the
+// resources, the render factory, the clock, the host services (message
+// dispatch, user settings, log) and the zoom. Tests create and destroy it
+// freely; nothing global survives it.
+#pragma once
+
+#include <pugixml.hpp>
+
+#include <memory>
+
+#include "soui/render.h"
+#include "soui/resources.h"
+#include "soui/sobject.h"
+#include "soui/timeline.h"
+
+class MessageDispatch;
+class UserSettings;
+class QVLogSink;
+
+namespace SOUI {
+
+class SHostWnd;
+
+class SApplication {
+ public:
+  struct Options {
+    bool manual_clock = true;  // tests: time moves only when advanced
+    uint32_t frame_ms = 16;    // timeline frame interval
+  };
+  SApplication();
+  explicit SApplication(const Options& options);
+  ~SApplication();
+  SApplication(const SApplication&) = delete;
+  SApplication& operator=(const SApplication&) = delete;
+
+  static SApplication* getSingletonPtr();
+  static SApplication& getSingleton();
+
+  SObjectFactory& GetFactory() { return factory_; }
+  SWindow* CreateWindowByName(const wchar_t* tag) const;
+  SResProvider& GetResProvider() { return res_; }
+  IRenderFactory* GetRenderFactory() const { return render_factory_.get(); }
+  SClock& GetClock() { return clock_; }
+  uint32_t GetFrameInterval() const { return options_.frame_ms; }
+  MessageDispatch& GetMessageDispatch() { return *dispatch_; }
+  UserSettings& GetUserSettings() { return *settings_; }
+  QVLogSink& GetLogSink() { return *log_; }
+
+  // Loads a layout/XML resource ("LAYOUT", "name") into doc.
+  BOOL LoadXmlDocment(pugi::xml_document& doc, const SStringW& name, const SStringW& type);
+  BOOL LoadXmlDocment(pugi::xml_document& doc, const SStringW& res_id);  // "TYPE:name"
+  // Translates text for a context; the identity unless a translation exists.
+  SStringW tr(const SStringW& text, const SStringW& ctx) const;
+
+  // Application zoom, in percent (100, 125, 150, 200). Changing it rescales
+  // every host window and re-lays it out.
+  int GetZoom() const { return zoom_; }
+  void SetZoom(int percent);
+
+  // Host windows register themselves so that zoom and theme changes reach them.
+  void AddHost(SHostWnd* host);
+  void RemoveHost(SHostWnd* host);
+  const std::vector<SHostWnd*>& GetHosts() const { return hosts_; }
+  // Tells every host that resources changed (theme switch): repaint all.
+  void NotifyThemeChanged();
+
+ private:
+  Options options_;
+  SObjectFactory factory_;
+  SResProvider res_;
+  std::unique_ptr<IRenderFactory> render_factory_;
+  SClock clock_;
+  std::unique_ptr<MessageDispatch> dispatch_;
+  std::unique_ptr<UserSettings> settings_;
+  std::unique_ptr<QVLogSink> log_;
+  int zoom_ = 100;
+  std::vector<SHostWnd*> hosts_;
+};
+
+}  // namespace SOUI

@@ -1,0 +1,95 @@
+// SObject: class identity, attributes and XML initialisation shared by every
+// toolkit object; SObjectFactory: creation of windows by XML tag.
+#pragma once
+
+#include <pugixml.hpp>
+
+#include <cwchar>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "soui/sstring.h"
+
+namespace SOUI {
+
+class SWindow;
+
+// Declares the class-name trio every toolkit class carries. Tags are
+// case-sensitive factory keys; IsClass asks the base when the tag differs.
+#define SOUI_CLASS_NAME_EX(TheClass, BaseClass, tag)                                         \
+ public:                                                                                     \
+  static const wchar_t* GetClassName() { return tag; }                                       \
+  static const wchar_t* BaseClassName() { return BaseClass::GetClassName(); }                \
+  const wchar_t* GetObjectClass() const override { return tag; }                             \
+  BOOL IsClass(const wchar_t* name) const override {                                         \
+    return (name && std::wcscmp(name, tag) == 0) ? TRUE : BaseClass::IsClass(name);          \
+  }
+
+class SObject {
+ public:
+  virtual ~SObject() = default;
+
+  static const wchar_t* GetClassName() { return L"object"; }
+  static const wchar_t* BaseClassName() { return L""; }
+  virtual const wchar_t* GetObjectClass() const { return GetClassName(); }
+  virtual BOOL IsClass(const wchar_t* name) const {
+    return (name && std::wcscmp(name, GetClassName()) == 0) ? TRUE : FALSE;
+  }
+
+  virtual int GetID() const { return 0; }
+  virtual SStringW GetName() const { return SStringW(); }
+
+  // Sets one attribute. Names match without regard to case. Returns S_OK when
+  // handled and the object should refresh, S_FALSE when handled with nothing
+  // to refresh, E_FAIL for an unknown name or a rejected value.
+  virtual HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading);
+  // The last value set for a name (empty when never set).
+  virtual SStringW GetAttribute(const SStringW& name) const;
+  // Runs after a handled attribute; the result is what SetAttribute returns.
+  virtual HRESULT AfterAttribute(const SStringW& name, const SStringW& value, BOOL loading,
+                                 HRESULT hr);
+
+  // Delivers every attribute of the element in document order, loading set.
+  virtual BOOL InitFromXml(pugi::xml_node node);
+  virtual void OnInitFinished(pugi::xml_node node) { (void)node; }
+
+ protected:
+  // Remembers the value so that GetAttribute can answer it.
+  void StoreAttribute(const SStringW& name, const SStringW& value);
+
+ private:
+  std::map<SStringW, SStringW, SStringNoCaseLess> attr_values_;
+};
+
+// Creates windows by tag. Tags are case-sensitive; a tag written "button.ok"
+// creates a "button" and gives it class="button.ok".
+class SObjectFactory {
+ public:
+  using Creator = std::function<SWindow*()>;
+
+  template <class T>
+  void RegisterWindowClass() {
+    Register(T::GetClassName(), [] { return static_cast<SWindow*>(new T()); });
+  }
+  void Register(const wchar_t* tag, Creator creator);
+  void Unregister(const wchar_t* tag);
+  bool IsRegistered(const wchar_t* tag) const;
+  // Null for an unknown tag. The caller owns the result.
+  SWindow* CreateWindowByName(const wchar_t* tag) const;
+
+ private:
+  std::map<SStringW, Creator> creators_;
+};
+
+// Case-insensitive child and attribute lookup, as the toolkit's pugixml does.
+pugi::xml_node XmlChildNoCase(pugi::xml_node parent, const wchar_t* name);
+pugi::xml_attribute XmlAttrNoCase(pugi::xml_node node, const wchar_t* name);
+inline SStringW XmlName(pugi::xml_node n) { return SStringW::FromUtf8(n.name()); }
+inline SStringW XmlName(pugi::xml_attribute a) { return SStringW::FromUtf8(a.name()); }
+inline SStringW XmlValue(pugi::xml_attribute a) { return SStringW::FromUtf8(a.value()); }
+
+// Reads the value of a boolean attribute: only "0" and "false" are false.
+bool ParseBool(const SStringW& value);
+
+}  // namespace SOUI

@@ -1,0 +1,363 @@
+// SWindow: the windowless widget every control derives from.
+//
+// Sections: container interface · style record · SWindow (tree, identity,
+// attributes, state, layout, painting, input, events, timers).
+//
+// Windows live in a tree owned by a host (ISwndContainer). Rectangles are in
+// the host's client coordinates. Input arrives through SwndProc, which calls
+// the virtual On* handlers; events go to the window's own subscribers, then
+// its owner, then the host (never up the parent chain).
+#pragma once
+
+#include <pugixml.hpp>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "soui/events.h"
+#include "soui/layout.h"
+#include "soui/render.h"
+#include "soui/skin.h"
+#include "soui/sobject.h"
+#include "soui/themed.h"
+#include "soui/timeline.h"
+
+namespace SOUI {
+
+class SWindow;
+
+// What a host gives the windows of its tree.
+class ISwndContainer : public ITimelineHandlersMgr {
+ public:
+  // The host's own event handler, reached after subscribers and owner.
+  virtual BOOL OnFireEvent(EventArgs& evt) = 0;
+  virtual HWND GetHostHwnd() const = 0;
+  virtual int GetScale() const = 0;
+
+  virtual SWindow* GetCapture() const = 0;
+  virtual void SetCapture(SWindow* wnd) = 0;
+  virtual void ReleaseCapture(SWindow* wnd) = 0;
+  virtual SWindow* GetHover() const = 0;
+  virtual SWindow* GetFocus() const = 0;
+  virtual void SetFocus(SWindow* wnd) = 0;
+
+  virtual void OnInvalidate(const CRect& rc) = 0;
+  virtual void OnRelayoutRequested() = 0;
+
+  // Window timers: OnTimer(id) every ms until killed or the window goes.
+  virtual void SetSwndTimer(SWindow* wnd, int id, UINT ms) = 0;
+  virtual void KillSwndTimer(SWindow* wnd, int id) = 0;
+  // Called by a window being destroyed so that no pointer to it survives.
+  virtual void OnSwndDestroyed(SWindow* wnd) = 0;
+};
+
+// Window state bits.
+enum : DWORD {
+  WndState_Normal = 0,
+  WndState_Hover = 1,
+  WndState_PushDown = 2,
+  WndState_Check = 4,
+  WndState_Invisible = 8,
+  WndState_Disable = 0x10,
+};
+
+// Order of children for GetWindow.
+enum { GSW_FIRSTCHILD = 0, GSW_LASTCHILD, GSW_PREVSIBLING, GSW_NEXTSIBLING, GSW_PARENT, GSW_OWNER };
+
+// Placement for InsertChild.
+#define ICWND_FIRST (reinterpret_cast<SOUI::SWindow*>(0))
+#define ICWND_LAST (reinterpret_cast<SOUI::SWindow*>(-1))
+
+// Visual attributes of a window (the toolkit's SwndStyle): per-state text
+// colours and fonts, background and border colours, alignment, paddings,
+// margin, alpha and cursor.
+struct SwndStyle {
+  enum Align { Left, Center, Right };
+  enum VAlign { Top, Middle, Bottom };
+
+  ThemedColor colorText[4];  // normal, hover, pushed, disabled
+  ThemedFont font[4];
+  ThemedColor colorBkgnd;
+  ThemedColor colorBorder;
+  Align align = Center;
+  VAlign valign = Middle;
+  bool dotted = false;        // end ellipsis
+  UINT textMode = 0;          // explicit DT_* flags when non-zero
+  SLayoutSize padding[4];     // left, top, right, bottom
+  SLayoutSize margin[4];      // the non-client band
+  BYTE alpha = 0xFF;
+  SStringW cursor = L"arrow";
+
+  // Handles the style's attributes; false for other names or bad values.
+  bool SetAttribute(const SStringW& name, const SStringW& value);
+  // DT_* flags for the window's text.
+  UINT GetTextAlign() const;
+  CRect GetPadding(int scale) const;
+  CRect GetMargin(int scale) const;
+  // The state colour, falling back to normal when the state has none.
+  COLORREF GetTextColor(int state) const;
+  const ThemedFont& GetFont(int state) const;
+};
+
+class SWindow : public SObject {
+ public:
+  static const wchar_t* GetClassName() { return L"window"; }
+  static const wchar_t* BaseClassName() { return SObject::GetClassName(); }
+  const wchar_t* GetObjectClass() const override { return GetClassName(); }
+  BOOL IsClass(const wchar_t* name) const override;
+
+  SWindow();
+  ~SWindow() override;
+  SWindow(const SWindow&) = delete;
+  SWindow& operator=(const SWindow&) = delete;
+
+  // ---- tree ----------------------------------------------------------------
+  SWindow* GetParent() const { return parent_; }
+  SWindow* GetWindow(int code) const;
+  SWindow* GetRoot() const;
+  UINT GetChildrenCount() const { return child_count_; }
+  // Takes ownership. after: ICWND_FIRST, ICWND_LAST or a child of this window.
+  void InsertChild(SWindow* child, SWindow* after = ICWND_LAST);
+  // Unlinks without destroying; the caller owns the child again.
+  BOOL RemoveChild(SWindow* child);
+  // Unlinks and destroys.
+  BOOL DestroyChild(SWindow* child);
+  // Destroys this window: removed from its parent (or its host) and freed.
+  BOOL DestroyWindow();
+  // Raises within the parent's children so it paints last (top of Z order).
+  void BringWindowToTop();
+  // Depth-first search of descendants; depth -1 is unlimited.
+  SWindow* FindChildByName(const SStringW& name, int depth = -1) const;
+  SWindow* FindChildByID(int id, int depth = -1) const;
+  // Finds a descendant by name and checks its class; logs
+  // "FindChildByName2 Failed, no window of class <tag> with name of <name>"
+  // and returns null when it is missing or of another class.
+  template <class T>
+  T* FindChildByName2(const SStringW& name, int depth = -1) const {
+    SWindow* w = FindChildByName(name, depth);
+    if (w && w->IsClass(T::GetClassName())) return static_cast<T*>(w);
+    LogChildNotFound(T::GetClassName(), name);
+    return nullptr;
+  }
+  SWindow* GetOwner() const { return owner_; }
+  void SetOwner(SWindow* owner) { owner_ = owner; }
+
+  // The host; set when the window is in a host's tree.
+  ISwndContainer* GetContainer() const { return container_; }
+  void SetContainer(ISwndContainer* container);
+
+  // ---- identity and text ----------------------------------------------------
+  int GetID() const override { return id_; }
+  void SetID(int id) { id_ = id; }
+  SStringW GetName() const override { return name_; }
+  void SetName(const SStringW& name) { name_ = name; }
+  virtual SStringW GetWindowText(BOOL raw = FALSE) const;
+  virtual void SetWindowText(const SStringW& text);
+  SStringW GetToolTipText() const { return tip_; }
+  SwndStyle& GetStyle() { return style_; }
+  const SwndStyle& GetStyle() const { return style_; }
+  ISkinObj* GetBkgndSkin() const { return skin_.Get(GetScale()); }
+
+  // ---- attributes -------------------------------------------------------------
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override;
+  // Refreshes after a handled attribute outside loading (repaint), then stores it.
+  HRESULT AfterAttribute(const SStringW& name, const SStringW& value, BOOL loading,
+                         HRESULT hr) override;
+  // Applies the attributes of the element in document order, creates the
+  // children, then runs OnCreate (when in a host) .
+  BOOL InitFromXml(pugi::xml_node node) override;
+  // Creates a child for each element (via the factory); "include" loads a
+  // layout resource in place. Unknown tags are logged and skipped.
+  virtual BOOL CreateChildren(pugi::xml_node node);
+  // Creates children from XML text; false when the text does not parse.
+  BOOL CreateChildren(const wchar_t* xml);
+  // Sets an attribute here and on every descendant.
+  void SetAttributeRecursive(const SStringW& name, const SStringW& value);
+
+  // ---- state ------------------------------------------------------------------
+  DWORD GetState() const { return state_; }
+  // Adds and removes state bits; fires EventSwndStateChanged when they change.
+  DWORD ModifyState(DWORD add, DWORD remove, BOOL update = FALSE);
+  // The skin state index: 3 disabled, 2 pushed or checked, 1 hover, else 0.
+  int GetStateIndex() const;
+  BOOL IsVisible(BOOL check_parent = FALSE) const;
+  void SetVisible(BOOL visible, BOOL update = FALSE);
+  BOOL IsDisplay() const { return display_; }
+  BOOL IsDisabled(BOOL check_parent = FALSE) const;
+  void EnableWindow(BOOL enable, BOOL update = FALSE);
+  BOOL IsChecked() const { return (state_ & WndState_Check) != 0; }
+  void SetCheck(BOOL checked);
+  BOOL IsMsgTransparent() const { return msg_transparent_; }
+  BOOL IsFocusable() const { return focusable_; }
+  BYTE GetAlpha() const { return style_.alpha; }
+  void SetFocus();
+  BOOL IsFocused() const;
+
+  // ---- layout -------------------------------------------------------------------
+  int GetScale() const;
+  const CRect& GetWindowRect() const { return rect_; }
+  void GetWindowRect(LPRECT rc) const { *rc = rect_; }
+  // The window rectangle less the margin band.
+  virtual CRect GetClientRect() const;
+  // The client rectangle less the padding: where children are laid out.
+  virtual CRect GetChildrenLayoutRect() const;
+  SouiLayoutParam* GetLayoutParam() { return &layout_param_; }
+  const SouiLayoutParam* GetLayoutParam() const { return &layout_param_; }
+  BOOL IsFloat() const { return float_; }
+  // Moves a window out of automatic layout; null puts it back.
+  void Move(LPCRECT rc);
+  void Move(int x, int y, int cx = -1, int cy = -1);
+  // The content size of the window for an available width/height (negative:
+  // unbounded). Specified sizes and match_parent win; otherwise text and
+  // children are measured and margin and padding added.
+  virtual CSize GetDesiredSize(int width, int height);
+  CSize GetDesiredSize(LPCRECT rc_container);
+  // Marks this window (and wrap-content ancestors) for layout before the
+  // next paint.
+  void RequestRelayout();
+  BOOL IsLayoutDirty() const { return layout_dirty_; }
+  // Runs pending layout of this subtree now.
+  void UpdateLayout();
+  // Lays out the children inside GetChildrenLayoutRect().
+  virtual void UpdateChildrenPosition();
+  // Called by the parent's layout with the window's new rectangle.
+  virtual void OnRelayout(const CRect& rc);
+  // Next/previous child taking part in layout (not floating, and not both
+  // invisible and display=0).
+  SWindow* GetNextLayoutChild(const SWindow* cur) const;
+  SWindow* GetPrevLayoutChild(const SWindow* cur) const;
+  // The topmost visible, enabled-or-not descendant (or self) under pt that
+  // is not message-transparent; null when pt is outside.
+  SWindow* SwndFromPoint(CPoint pt, BOOL include_msg_transparent = FALSE);
+
+  // ---- painting -------------------------------------------------------------------
+  void Invalidate();
+  void InvalidateRect(const CRect& rc);
+  // Paints this window and its children, back to front, clipped to dirty.
+  void RedrawRegion(IRenderTarget* rt, const CRect& dirty);
+  // Selects the window's font and text colour (children inherit what they
+  // do not set). Returns what to restore.
+  struct PaintState {
+    IFontPtr old_font;
+    COLORREF old_color = 0;
+    bool font_set = false;
+    bool color_set = false;
+  };
+  virtual void BeforePaint(IRenderTarget* rt, PaintState& ps);
+  virtual void AfterPaint(IRenderTarget* rt, PaintState& ps);
+  virtual void OnEraseBkgnd(IRenderTarget* rt);
+  virtual void OnNcPaint(IRenderTarget* rt);
+  virtual void OnPaint(IRenderTarget* rt);
+  virtual void DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT rc, UINT format);
+  virtual UINT GetTextAlign() const { return style_.GetTextAlign(); }
+  // The font this window paints with, after inheritance (null: host default).
+  IFontPtr GetPaintFont(IRenderTarget* rt) const;
+  COLORREF GetPaintTextColor() const;
+
+  // ---- input --------------------------------------------------------------------
+  // Entry of every message; dispatches to the handlers below. Returns TRUE
+  // when handled.
+  virtual BOOL ProcessSwndMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result);
+  LRESULT SwndProc(UINT msg, WPARAM wp, LPARAM lp);
+  virtual void OnLButtonDown(UINT flags, CPoint pt);
+  virtual void OnLButtonUp(UINT flags, CPoint pt);
+  virtual void OnLButtonDblClk(UINT flags, CPoint pt);
+  virtual void OnRButtonDown(UINT flags, CPoint pt);
+  virtual void OnRButtonUp(UINT flags, CPoint pt);
+  virtual void OnMouseMove(UINT flags, CPoint pt);
+  virtual void OnMouseHover(UINT flags, CPoint pt);
+  virtual void OnMouseLeave();
+  virtual BOOL OnMouseWheel(UINT flags, short delta, CPoint pt);
+  virtual void OnKeyDown(UINT vk, UINT repeat, UINT flags);
+  virtual void OnKeyUp(UINT vk, UINT repeat, UINT flags);
+  virtual void OnChar(UINT ch, UINT repeat, UINT flags);
+  virtual void OnSetFocus();
+  virtual void OnKillFocus();
+  virtual void OnTimer(int id);
+  virtual int OnCreate();
+  virtual void OnDestroy();
+  virtual void OnSize(UINT type, CSize size);
+  virtual void OnShowWindow(BOOL show, UINT status);
+  virtual void OnEnable(BOOL enable);
+  // A change of the application's language or theme.
+  virtual void OnSetLanguage() {}
+  // Re-resolves scaled resources after a zoom change, then relays out.
+  virtual void OnScaleChanged(int scale);
+  BOOL IsCreated() const { return created_; }
+
+  // ---- events ---------------------------------------------------------------------
+  EventSet* GetEventSet() { return &events_; }
+  int subscribeEvent(int id, EventHandler h) { return events_.subscribeEvent(id, std::move(h)); }
+  int subscribeEvent(const wchar_t* name, EventHandler h) {
+    return events_.subscribeEvent(name, std::move(h));
+  }
+  // Subscribers (newest first), then the owner's FireEvent, or the host.
+  // Returns TRUE when anybody handled it.
+  virtual BOOL FireEvent(EventArgs& evt);
+  BOOL FireCommand();
+
+  // ---- timers ---------------------------------------------------------------------
+  BOOL SetTimer(int id, UINT ms);
+  void KillTimer(int id);
+
+  // ---- capture --------------------------------------------------------------------
+  void SetCapture();
+  void ReleaseCapture();
+  BOOL IsCaptured() const;
+
+ protected:
+  void LogChildNotFound(const wchar_t* cls, const SStringW& name) const;
+  // Creates one child element (factory tag, "include", "t:" template).
+  virtual SWindow* CreateChildFromXml(pugi::xml_node child);
+  // Content size of the text in the given width (-1 unbounded).
+  virtual CSize MeasureContent(int width);
+  // Measures text with this window's paint font.
+  CSize MeasureTextExtent(const SStringW& text, int max_width, UINT format) const;
+  void OnContainerChanged(ISwndContainer* old_container);
+
+  int id_ = 0;
+  SStringW name_;
+  SStringW text_;
+  SStringW text_raw_;
+  SStringW tip_;
+  SwndStyle style_;
+  ThemedSkin skin_;
+  ThemedSkin focus_skin_;
+  SouiLayoutParam layout_param_;
+  CRect rect_;
+  DWORD state_ = WndState_Normal;
+  BOOL display_ = TRUE;
+  BOOL msg_transparent_ = FALSE;
+  BOOL focusable_ = FALSE;
+  BOOL float_ = FALSE;
+  BOOL clip_client_ = FALSE;
+  int max_width_ = -1;  // pixels after scaling; -1 none
+  SLayoutSize max_width_size_;
+  bool has_max_width_ = false;
+
+ private:
+  friend class SHostWnd;
+  void DispatchDestroy();
+  void NotifyCreate();
+  void MarkLayoutDirtyUpwards();
+
+  SWindow* parent_ = nullptr;
+  SWindow* owner_ = nullptr;
+  SWindow* first_child_ = nullptr;
+  SWindow* last_child_ = nullptr;
+  SWindow* prev_sibling_ = nullptr;
+  SWindow* next_sibling_ = nullptr;
+  UINT child_count_ = 0;
+  ISwndContainer* container_ = nullptr;
+  EventSet events_;
+  bool layout_dirty_ = true;
+  bool created_ = false;
+  bool destroying_ = false;
+  CSize last_size_;
+};
+
+// Declares a class derived from a toolkit window: tag, base tag and IsClass.
+#define SOUI_CLASS_NAME(TheClass, BaseClass, tag) SOUI_CLASS_NAME_EX(TheClass, BaseClass, tag)
+
+}  // namespace SOUI
