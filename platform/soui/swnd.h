@@ -332,7 +332,6 @@ class SWindow : public SObject {
   BOOL focusable_ = FALSE;
   BOOL float_ = FALSE;
   BOOL clip_client_ = FALSE;
-  int max_width_ = -1;  // pixels after scaling; -1 none
   SLayoutSize max_width_size_;
   bool has_max_width_ = false;
 
@@ -354,7 +353,6 @@ class SWindow : public SObject {
   bool layout_dirty_ = true;
   bool created_ = false;
   bool destroying_ = false;
-  CSize last_size_;
 };
 
 // Declares a class derived from a toolkit window: tag, base tag and IsClass.
