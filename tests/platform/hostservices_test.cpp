@@ -54,15 +54,6 @@ TEST_F(DispatchTest, SendReachesBindingsOfTheMessageInBindingOrder) {
   EXPECT_EQ(seen, 42);
 }
 
-TEST_F(DispatchTest, BindingAgainReplacesTheHandlerInPlace) {
-  dispatch.Bind(1, &a, Rec("a-old"));
-  dispatch.Bind(1, &b, Rec("b"));
-  dispatch.Bind(1, &a, Rec("a-new"));
-
-  dispatch.Send(1);
-  EXPECT_EQ(calls, (std::vector<std::string>{"a-new:1:0", "b:1:0"}));
-}
-
 TEST_F(DispatchTest, UnBindByOwnerDropsAllItsBindingsAndByMessageOnlyOne) {
   dispatch.Bind(1, &a, Rec("a1"));
   dispatch.Bind(2, &a, Rec("a2"));
@@ -212,16 +203,11 @@ TEST_F(SettingsFileTest, LoadSkipsMalformedLinesAndReportsThem) {
   EXPECT_TRUE(s.Has(6));
 }
 
-TEST(SettingsTest, MissingFileLeavesStoreAlone) {
-  UserSettings s;
-  s.SetBool(1, true);
-  EXPECT_FALSE(s.Load(::testing::TempDir() + "no/such/dir/settings.txt"));
-  EXPECT_TRUE(s.Has(1));
-}
-
-TEST(SettingsTest, GettersKeepOutputWhenAbsentOrOfAnotherKind) {
+TEST(SettingsTest, FailedReadsLeaveOutputsAndStoreAlone) {
   UserSettings s;
   s.SetString(1, L"on");
+  EXPECT_FALSE(s.Load(::testing::TempDir() + "no/such/dir/settings.txt"));
+  EXPECT_TRUE(s.Has(1));  // a missing file changes nothing
   s.SetInt(2, 5);
   bool flag = true;
   EXPECT_FALSE(s.GetBool(1, &flag));  // strings do not read as booleans
@@ -252,15 +238,120 @@ TEST(LogSinkTest, FormatsLevelCategoryPlaceAndMessage) {
   EXPECT_FALSE(sink.Contains(L"hWnd"));
 }
 
-TEST(LogSinkTest, KeepsOnlyTheNewestLines) {
-  QVLogSink sink;
-  QVLogLine line;
-  for (size_t i = 0; i < QVLogSink::kMaxLines + 5; ++i) {
-    line.line = static_cast<int>(i);
-    sink.Write(line);
-  }
-  ASSERT_EQ(sink.Lines().size(), QVLogSink::kMaxLines);
-  EXPECT_EQ(sink.Lines().front().line, 5);
+// ---- services reached through the application ----
+
+class AppServicesTest : public ::testing::Test {
+ protected:
+  SApplication app;
+};
+
+TEST_F(AppServicesTest, MsgDispatchIsTheApplicationsAndRunsOnItsClock) {
+  IMessageDispatch* d = GetMsgDispatch();
+  ASSERT_EQ(d, &app.GetMessageDispatch());
+  int ran = 0;
+  d->Delay(10, [&] { ++ran; });
+  app.GetClock().Advance(9);
+  EXPECT_EQ(ran, 0);
+  app.GetClock().Advance(1);
+  EXPECT_EQ(ran, 1);
+}
+
+TEST_F(AppServicesTest, ReadBoolKeepsTheCallersValueWhenTheItemIsAbsent) {
+  bool flag = true;
+  EXPECT_FALSE(Util_Config::UserCfg_ReadBool(50501, &flag));
+  EXPECT_TRUE(flag);
+
+  app.GetUserSettings().SetBool(50501, false);
+  EXPECT_TRUE(Util_Config::UserCfg_ReadBool(50501, &flag));
+  EXPECT_FALSE(flag);
+  EXPECT_FALSE(Util_Config::UserCfg_ReadBool(50501, nullptr));
+
+  EXPECT_TRUE(Util_Config::UserCfg_WriteBool(50502, true));
+  EXPECT_TRUE(Util_Config::UserCfg_ReadBool(50502, &flag));
+  EXPECT_TRUE(flag);
+}
+
+TEST_F(AppServicesTest, LogMacroCapturesPlaceAndStreamsEveryKind) {
+  const int line = __LINE__ + 1;
+  QVLOG(QV_LOG_WARN, "COMMON") << L"hWnd Not Valid " << reinterpret_cast<HWND>(0x1234) << " n=" << 42
+                               << ' ' << -7L << ' ' << 2.5 << ' ' << static_cast<void*>(nullptr)
+                               << ' ' << SStringW(L"w") << std::string(" caf\xc3\xa9");
+
+  const QVLogLine& l = app.GetLogSink().Lines().back();
+  EXPECT_EQ(l.level, QV_LOG_WARN);
+  EXPECT_EQ(l.category, "COMMON");
+  EXPECT_EQ(l.file, "hostservices_test.cpp");  // base name only
+  EXPECT_EQ(l.function, "TestBody");
+  EXPECT_EQ(l.line, line);
+  EXPECT_EQ(l.message, L"hWnd Not Valid 0x1234 n=42 -7 2.5 0x0 w caf\x00e9");
+}
+
+TEST_F(AppServicesTest, LogWriteKeepsTheBaseNameOfWindowsPathsAndWideCategories) {
+  QVLogWrite(QV_LOG_ERROR, "SOUI", "C:\\src\\ctrls/QVToast.cpp", "QVStandardCtrls::IQVToast::TrackPopupToast", 7,
+             L"msg");
+  QVLOG(QV_LOG_INFO, L"WIDE") << "x";
+  const auto& lines = app.GetLogSink().Lines();
+  ASSERT_EQ(lines.size(), 2u);
+  EXPECT_EQ(lines[0].Format(), L"E SOUI QVToast.cpp:7 QVStandardCtrls::IQVToast::TrackPopupToast: msg");
+  EXPECT_EQ(lines[1].category, "WIDE");
+}
+
+TEST_F(AppServicesTest, SinkEchoesToStderrOnlyAtOrAboveItsLevel) {
+  app.GetLogSink().SetEchoLevel(QV_LOG_WARN);
+  ::testing::internal::CaptureStderr();
+  QVLOG(QV_LOG_INFO, "COMMON") << "quiet line";
+  QVLOG(QV_LOG_ERROR, "COMMON") << "loud line";
+  const std::string err = ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err.find("quiet line"), std::string::npos);
+  EXPECT_NE(err.find("loud line"), std::string::npos);
+  EXPECT_EQ(app.GetLogSink().Lines().size(), 2u);  // both kept
+}
+
+TEST(NoAppServicesTest, ServicesDegradeWithoutAnApplication) {
+  ASSERT_EQ(SApplication::getSingletonPtr(), nullptr);
+  EXPECT_EQ(GetMsgDispatch(), nullptr);
+  bool flag = true;
+  EXPECT_FALSE(Util_Config::UserCfg_ReadBool(1, &flag));
+  EXPECT_FALSE(Util_Config::UserCfg_WriteBool(1, false));
+  EXPECT_EQ(ZPixel(7), 7);
+  ::testing::internal::CaptureStderr();
+  QVLOG(QV_LOG_ERROR, "COMMON") << "orphan line";
+  EXPECT_NE(::testing::internal::GetCapturedStderr().find("orphan line"), std::string::npos);
+}
+
+// ---- zoom ----
+
+struct ZoomCase {
+  const char* label;
+  int zoom;
+  int px;
+  int expected;
+};
+
+class ZPixelTest : public ::testing::TestWithParam<ZoomCase> {};
+
+TEST_P(ZPixelTest, ScalesAndRoundsHalfUp) {
+  const ZoomCase& c = GetParam();
+  SApplication app;
+  app.SetZoom(c.zoom);
+  EXPECT_EQ(ZPixel(c.px), c.expected);
+  EXPECT_DOUBLE_EQ(GetAppZoomX(), c.zoom / 100.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Zooms, ZPixelTest,
+    ::testing::Values(ZoomCase{"Z100", 100, 74, 74}, ZoomCase{"Z125Quarter", 125, 1, 1},
+                      ZoomCase{"Z125Half", 125, 2, 3}, ZoomCase{"Z125ThreeQuarter", 125, 3, 4},
+                      ZoomCase{"Z125Large", 125, 194, 243}, ZoomCase{"Z150Half", 150, 1, 2},
+                      ZoomCase{"Z150Odd", 150, 5, 8}, ZoomCase{"Z200", 200, 11, 22},
+                      ZoomCase{"Z125NegativeHalf", 125, -2, -2},
+                      ZoomCase{"Z150NegativeHalf", 150, -3, -4}, ZoomCase{"Z125Zero", 125, 0, 0}),
+    [](const ::testing::TestParamInfo<ZoomCase>& info) { return std::string(info.param.label); });
+
+TEST(ZSizeTest, ScalesEachExtentOnItsOwn) {
+  SApplication app;
+  app.SetZoom(150);
+  EXPECT_EQ(ZSize(CSize(3, 1)), CSize(5, 2));
 }
 
 }  // namespace
