@@ -377,7 +377,7 @@ IRenderTarget* SHostWnd::Render() {
 bool SHostWnd::SaveFramePng(const SStringW& path) {
   Render();
   auto* cairo = dynamic_cast<CairoRenderTarget*>(frame_.get());
-  return cairo && cairo->SavePng(path);
+  return cairo && cairo->SavePng(path.ToUtf8());
 }
 
 // ---- timers -------------------------------------------------------------------

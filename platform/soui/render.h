@@ -3,6 +3,13 @@
 // Windows paint in their host's client coordinates. Objects are reference
 // counted through shared pointers; Select* returns the object it replaced so
 // that callers can restore it.
+//
+// Colours: every COLORREF handed to a render target is r | g<<8 | b<<16 | a<<24
+// and its alpha byte is always meaningful (0 is fully transparent). Theme
+// colours come out of the resource parser as RGBA(r,g,b,255) for "#RRGGBB", so
+// they need nothing. A Win32 RGB() value has alpha 0 and therefore paints
+// nothing; wrap such values in OpaqueIfNoAlpha(). CR_INVALID ("no colour") has
+// alpha 0 as well, so it never paints, with or without that helper.
 #pragma once
 
 #include <memory>
@@ -11,6 +18,12 @@
 #include "soui/sstring.h"
 
 namespace SOUI {
+
+// Makes a colour without alpha (a Win32 RGB() value) opaque; leaves colours
+// with alpha and CR_INVALID as they are.
+constexpr COLORREF OpaqueIfNoAlpha(COLORREF c) {
+  return (c >> 24) != 0 || c == CR_INVALID ? c : (c | 0xFF000000u);
+}
 
 // DrawText formats (Win32 DT_* values).
 constexpr UINT DT_TOP = 0x0000;
@@ -46,12 +59,17 @@ struct FontDesc {
   }
 };
 
+// Render targets accept any IFont: they go by Desc() and keep their own
+// backend objects for it.
 class IFont {
  public:
   virtual ~IFont() = default;
   virtual const FontDesc& Desc() const = 0;
 };
 using IFontPtr = std::shared_ptr<IFont>;
+
+// A font that is only its description (for code without a render target).
+IFontPtr MakeFontObject(const FontDesc& desc);
 
 class IPen {
  public:
@@ -80,6 +98,13 @@ class IBitmap {
 };
 using IBitmapPtr = std::shared_ptr<IBitmap>;
 
+// Bitmap helpers, provided by the painting backend.
+// A copy of premultiplied ARGB32 pixels; null for a non-positive size.
+IBitmapPtr CreateBitmapFromBits(int width, int height, const unsigned char* bits, int stride);
+// The part `src` of bmp (null: all of it) resampled with a smoothing filter to
+// width x height. Pixels outside src never bleed in. Null for an empty size.
+IBitmapPtr ResizeBitmap(const IBitmap& bmp, LPCRECT src, int width, int height);
+
 // How an image fills a larger rectangle.
 enum class ExpandMode { Stretch, Tile, None };
 
@@ -102,12 +127,21 @@ class IRenderTarget {
   virtual COLORREF SetTextColor(COLORREF color) = 0;  // returns the previous colour
   virtual COLORREF GetTextColor() const = 0;
 
-  // Text. With DT_CALCRECT nothing is drawn and rc receives the extent.
+  // Text. With DT_CALCRECT nothing is drawn and rc receives the extent: for a
+  // single line the text size; otherwise the lines wrapped at rc's width
+  // (DT_WORDBREAK) with rc's right edge moved to the widest line. DT_VCENTER
+  // and DT_BOTTOM apply to DT_SINGLELINE text only, as in Win32. Without
+  // DT_NOPREFIX "&&" shows "&" and a lone "&" before a character is dropped.
+  // len < 0: up to the terminating zero. MeasureText is one line, no prefixes.
   virtual void DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) = 0;
   virtual void MeasureText(const wchar_t* text, int len, SIZE* size) = 0;
   virtual void TextOut(int x, int y, const wchar_t* text, int len) = 0;
 
   // Shapes: Draw* strokes with the current pen, Fill* fills with the current brush.
+  // Outlines stay inside rc (a 1px pen covers the rectangle's outermost pixels,
+  // right and bottom exclusive, like GDI's Rectangle). Lines of an odd pen
+  // width run through pixel centres and
+  // include both end points. Radius is the corner ellipse's (rx, ry).
   virtual void DrawLines(const POINT* points, int count) = 0;
   virtual void DrawRectangle(LPCRECT rc) = 0;
   virtual void FillRectangle(LPCRECT rc) = 0;
@@ -117,14 +151,19 @@ class IRenderTarget {
   virtual void DrawEllipse(LPCRECT rc) = 0;
   virtual void FillEllipse(LPCRECT rc) = 0;
 
-  // Images. src selects a part of the bitmap (null: all of it).
+  // Images. src selects a part of the bitmap (null: all of it); alpha scales
+  // the bitmap's own. Tile repeats from dst's top-left; None draws at natural
+  // size at dst's top-left; both are clipped to dst.
   virtual void DrawBitmap(LPCRECT dst, const IBitmap* bmp, LPCRECT src, ExpandMode mode,
                           BYTE alpha) = 0;
-  // Nine-patch: the margins of src keep their size, the centre stretches or tiles.
+  // Nine-patch: the margins of src (widths in margins' left/top/right/bottom)
+  // keep their size, edges stretch along one axis, the centre stretches or
+  // tiles. Margins shrink proportionally when dst is smaller than they are.
   virtual void DrawBitmap9Patch(LPCRECT dst, const IBitmap* bmp, LPCRECT src, LPCRECT margins,
                                 ExpandMode mode, BYTE alpha) = 0;
 
-  // Clipping nests; Pop restores the previous clip.
+  // Clipping and layers nest together; a Pop that does not match the latest
+  // Push is ignored.
   virtual void PushClipRect(LPCRECT rc) = 0;
   virtual void PopClip() = 0;
   virtual CRect GetClipBox() const = 0;

@@ -1,0 +1,143 @@
+#include "backends/cairo_text.h"
+
+#include <cstdlib>
+#include <functional>
+#include <tuple>
+
+namespace SOUI {
+
+const char kDefaultFontFace[] = "WenQuanYi Micro Hei";
+
+void AppendUtf8(std::string* out, const wchar_t* text, size_t len, bool single_line) {
+  out->reserve(out->size() + len);
+  for (size_t i = 0; i < len; ++i) {
+    uint32_t c = static_cast<uint32_t>(text[i]);
+    if (single_line && (c == '\r' || c == '\n')) {
+      if (c == '\r' && i + 1 < len && text[i + 1] == L'\n') ++i;
+      c = ' ';
+    }
+    if (c < 0x80) {
+      out->push_back(static_cast<char>(c));
+    } else if (c < 0x800) {
+      out->push_back(static_cast<char>(0xC0 | (c >> 6)));
+      out->push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    } else if (c < 0x10000) {
+      if (c >= 0xD800 && c <= 0xDFFF) c = 0xFFFD;  // lone surrogate: pango rejects it
+      out->push_back(static_cast<char>(0xE0 | (c >> 12)));
+      out->push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
+      out->push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    } else if (c < 0x110000) {
+      out->push_back(static_cast<char>(0xF0 | (c >> 18)));
+      out->push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
+      out->push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
+      out->push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    } else {
+      out->append("\xEF\xBF\xBD");
+    }
+  }
+}
+
+size_t TextEngine::KeyHash::operator()(const Key& k) const {
+  size_t h = std::hash<std::string>()(k.text);
+  h ^= std::hash<const void*>()(k.font) + 0x9e3779b9 + (h << 6) + (h >> 2);
+  h ^= static_cast<size_t>(k.width) * 31u + static_cast<size_t>(k.height) * 131u +
+       static_cast<size_t>(k.flags) * 1031u;
+  return h;
+}
+
+bool TextEngine::DescLess::operator()(const FontDesc& a, const FontDesc& b) const {
+  return std::tie(a.height, a.weight, a.italic, a.underline, a.strike, a.face) <
+         std::tie(b.height, b.weight, b.italic, b.underline, b.strike, b.face);
+}
+
+TextEngine::TextEngine() {
+  font_map_ = pango_cairo_font_map_new();
+  context_ = pango_font_map_create_context(font_map_);
+  // Grey antialiasing keeps screenshots free of colour fringes; hinted metrics
+  // give whole-pixel advances, so text extents are stable integers.
+  cairo_font_options_t* opts = cairo_font_options_create();
+  cairo_font_options_set_antialias(opts, CAIRO_ANTIALIAS_GRAY);
+  cairo_font_options_set_hint_style(opts, CAIRO_HINT_STYLE_SLIGHT);
+  cairo_font_options_set_hint_metrics(opts, CAIRO_HINT_METRICS_ON);
+  pango_cairo_context_set_font_options(context_, opts);
+  cairo_font_options_destroy(opts);
+}
+
+TextEngine::~TextEngine() {
+  for (Entry& e : lru_) g_object_unref(e.shaped.layout);
+  for (auto& f : fonts_) {
+    pango_font_description_free(f.second->desc);
+    if (f.second->attrs) pango_attr_list_unref(f.second->attrs);
+  }
+  g_object_unref(context_);
+  g_object_unref(font_map_);
+}
+
+const TextEngine::Font* TextEngine::GetFont(const FontDesc& desc) {
+  auto it = fonts_.find(desc);
+  if (it != fonts_.end()) return it->second.get();
+
+  auto font = std::make_unique<Font>();
+  font->desc = pango_font_description_new();
+  std::string family;
+  if (!desc.face.IsEmpty()) {
+    AppendUtf8(&family, desc.face.c_str(), static_cast<size_t>(desc.face.GetLength()), true);
+    family += ",";
+  }
+  family += kDefaultFontFace;
+  pango_font_description_set_family(font->desc, family.c_str());
+  // A negative height is the LOGFONT way of saying "em size"; both mean pixels here.
+  int px = std::abs(desc.height);
+  if (px == 0) px = 12;
+  pango_font_description_set_absolute_size(font->desc, static_cast<double>(px) * PANGO_SCALE);
+  const int weight = desc.weight <= 0 ? 400 : std::min(1000, std::max(100, desc.weight));
+  pango_font_description_set_weight(font->desc, static_cast<PangoWeight>(weight));
+  pango_font_description_set_style(font->desc, desc.italic ? PANGO_STYLE_ITALIC : PANGO_STYLE_NORMAL);
+  if (desc.underline || desc.strike) {
+    font->attrs = pango_attr_list_new();
+    if (desc.underline) pango_attr_list_insert(font->attrs, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
+    if (desc.strike) pango_attr_list_insert(font->attrs, pango_attr_strikethrough_new(TRUE));
+  }
+  const Font* result = font.get();
+  fonts_.emplace(desc, std::move(font));
+  return result;
+}
+
+const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string& utf8,
+                                             const Box& box) {
+  const int flags = (box.wrap ? 1 : 0) | (box.ellipsize ? 2 : 0) | (static_cast<int>(box.align) << 2);
+  Key key{font, utf8, box.width, box.ellipsize ? box.height : -1, flags};
+  auto found = index_.find(key);
+  if (found != index_.end()) {
+    lru_.splice(lru_.begin(), lru_, found->second);
+    return found->second->shaped;
+  }
+
+  if (lru_.size() >= kCacheCapacity) {
+    Entry& old = lru_.back();
+    index_.erase(old.key);
+    g_object_unref(old.shaped.layout);
+    lru_.pop_back();
+  }
+
+  PangoLayout* layout = pango_layout_new(context_);
+  pango_layout_set_font_description(layout, font->desc);
+  if (font->attrs) pango_layout_set_attributes(layout, font->attrs);
+  pango_layout_set_text(layout, utf8.data(), static_cast<int>(utf8.size()));
+  if (box.width >= 0) pango_layout_set_width(layout, box.width * PANGO_SCALE);
+  pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
+  if (box.ellipsize) {
+    pango_layout_set_ellipsize(layout, PANGO_ELLIPSIZE_END);
+    if (box.height >= 0) pango_layout_set_height(layout, box.height * PANGO_SCALE);
+  }
+  pango_layout_set_alignment(layout, box.align);
+
+  Shaped shaped;
+  shaped.layout = layout;
+  pango_layout_get_pixel_extents(layout, nullptr, &shaped.logical);
+  lru_.push_front(Entry{key, shaped});
+  index_.emplace(std::move(key), lru_.begin());
+  return lru_.front().shaped;
+}
+
+}  // namespace SOUI

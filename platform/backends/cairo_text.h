@@ -1,0 +1,90 @@
+// Internal to the cairo backend: pango fonts and a cache of shaped layouts.
+//
+// Shaping is the expensive part of text painting, and a UI repaints the same
+// labels over and over, so layouts are kept in an LRU keyed by font, text and
+// the box parameters. One engine serves every target of a factory, so a window
+// that recreates its target on resize keeps its cache.
+#pragma once
+
+#include <pango/pangocairo.h>
+
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+#include "soui/render.h"
+
+namespace SOUI {
+
+// The face used for an empty FontDesc::face and as the fallback of any other.
+extern const char kDefaultFontFace[];
+
+class TextEngine {
+ public:
+  struct Font {
+    PangoFontDescription* desc = nullptr;
+    PangoAttrList* attrs = nullptr;  // underline / strike; null when neither
+  };
+
+  // How a layout is boxed. width < 0: no width (one line per paragraph).
+  struct Box {
+    int width = -1;
+    int height = -1;  // with ellipsize: lines that do not fit are dropped
+    bool wrap = false;
+    bool ellipsize = false;
+    PangoAlignment align = PANGO_ALIGN_LEFT;
+  };
+
+  struct Shaped {
+    PangoLayout* layout = nullptr;
+    PangoRectangle logical{};  // pixels, relative to the layout origin
+  };
+
+  static constexpr size_t kCacheCapacity = 2048;
+
+  TextEngine();
+  ~TextEngine();
+  TextEngine(const TextEngine&) = delete;
+  TextEngine& operator=(const TextEngine&) = delete;
+
+  // Stable for the engine's lifetime.
+  const Font* GetFont(const FontDesc& desc);
+  // The shaped layout; valid until the next call.
+  const Shaped& Layout(const Font* font, const std::string& utf8, const Box& box);
+  size_t CachedLayouts() const { return lru_.size(); }
+
+ private:
+  struct Key {
+    const Font* font;
+    std::string text;
+    int width, height;
+    int flags;
+    bool operator==(const Key& o) const {
+      return font == o.font && width == o.width && height == o.height && flags == o.flags &&
+             text == o.text;
+    }
+  };
+  struct KeyHash {
+    size_t operator()(const Key& k) const;
+  };
+  struct Entry {
+    Key key;
+    Shaped shaped;
+  };
+  struct DescLess {
+    bool operator()(const FontDesc& a, const FontDesc& b) const;
+  };
+
+  PangoFontMap* font_map_;
+  PangoContext* context_;
+  std::map<FontDesc, std::unique_ptr<Font>, DescLess> fonts_;
+  std::list<Entry> lru_;  // most recent first
+  std::unordered_map<Key, std::list<Entry>::iterator, KeyHash> index_;
+};
+
+// Appends text as UTF-8; with single_line, CR, LF and CRLF become one space.
+void AppendUtf8(std::string* out, const wchar_t* text, size_t len, bool single_line);
+
+}  // namespace SOUI
