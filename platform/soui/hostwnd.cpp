@@ -119,7 +119,11 @@ HWND SHostWnd::Create(HWND owner, int x, int y, int cx, int cy) {
 }
 
 BOOL SHostWnd::InitFromXml(pugi::xml_node node) {
-  if (node.type() == pugi::node_document) node = node.document_element();
+  if (node.type() == pugi::node_document) {
+    pugi::xml_node el = node.first_child();
+    while (el && el.type() != pugi::node_element) el = el.next_sibling();
+    node = el;
+  }
   pugi::xml_node soui = XmlName(node).CompareNoCase(L"SOUI") == 0 ? node : XmlChildNoCase(node, L"SOUI");
   if (!soui) {
     QVLOG(QV_LOG_ERROR, "SOUI") << L"SHostWnd: layout has no SOUI element";
