@@ -11,6 +11,7 @@
 #include "qvhost/config.h"
 #include "qvhost/message_dispatch.h"
 #include "qvhost/qvlog.h"
+#include "qvhost/uia.h"  // compiled here; nothing in it to exercise
 #include "qvhost/zoom.h"
 #include "soui/sapp.h"
 
