@@ -125,7 +125,7 @@ class SHostWnd : public ISwndContainer {
 
   // ---- input (the path every real or injected event takes) ----
   void OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta = 0);
-  void OnKeyEvent(UINT msg, UINT code, UINT flags = 0);
+  virtual void OnKeyEvent(UINT msg, UINT code, UINT flags = 0);
   // Where the mouse is believed to be (last move).
   CPoint GetCursorPos() const { return cursor_; }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cassert>
+#include <chrono>
+#include <thread>
 
 #include "backends/cairo_render.h"
 #include "qvhost/config.h"
@@ -97,6 +99,27 @@ void SApplication::UnregisterHwnd(HWND hwnd) { hwnds_.erase(hwnd); }
 SHostWnd* SApplication::HostFromHwnd(HWND hwnd) const {
   auto it = hwnds_.find(hwnd);
   return it == hwnds_.end() ? nullptr : it->second;
+}
+
+bool SApplication::RunModalLoop(const std::function<bool()>& done) {
+  while (!done()) {
+    const uint64_t next = clock_.NextDue();
+    if (native_pump_) {
+      const uint64_t now = clock_.Now();
+      const uint64_t wait = next == UINT64_MAX ? 50 : (next > now ? next - now : 0);
+      native_pump_(static_cast<uint32_t>(std::min<uint64_t>(wait, 50)));
+      clock_.RunDue();
+    } else if (clock_.IsManual()) {
+      if (next == UINT64_MAX) return false;
+      clock_.Advance(static_cast<uint32_t>(next > clock_.Now() ? next - clock_.Now() : 0));
+    } else {
+      if (next == UINT64_MAX) return false;
+      const uint64_t now = clock_.Now();
+      if (next > now) std::this_thread::sleep_for(std::chrono::milliseconds(std::min<uint64_t>(next - now, 10)));
+      clock_.RunDue();
+    }
+  }
+  return true;
 }
 
 IRenderTarget* SApplication::GetMeasureTarget() {

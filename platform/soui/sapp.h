@@ -6,6 +6,7 @@
 
 #include <pugixml.hpp>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -71,6 +72,14 @@ class SApplication {
   void UnregisterHwnd(HWND hwnd);
   SHostWnd* HostFromHwnd(HWND hwnd) const;
 
+  // Runs a nested message loop until done() is true. A real backend's pump
+  // delivers native input meanwhile; on a manual clock time jumps to the next
+  // due timer. Returns false when nothing could ever make done() true.
+  bool RunModalLoop(const std::function<bool()>& done);
+  // Installed by a window backend: waits up to max_wait_ms for native events
+  // and delivers them.
+  void SetNativePump(std::function<void(uint32_t max_wait_ms)> pump) { native_pump_ = std::move(pump); }
+
   // The target used to measure text for layout (created on first use). Tests
   // may install a deterministic one.
   IRenderTarget* GetMeasureTarget();
@@ -90,6 +99,7 @@ class SApplication {
   std::map<HWND, SHostWnd*> hwnds_;
   uintptr_t next_hwnd_ = 0x10000;
   std::unique_ptr<IRenderTarget> measure_target_;
+  std::function<void(uint32_t)> native_pump_;
 };
 
 }  // namespace SOUI
