@@ -72,6 +72,8 @@ class SouiLayoutParam {
   // Order matters: a 4-item pos rewrites width/height from x2/y2 ("0".."-0"
   // is match_parent, "@N" a size, "@-1" wrap, anything else leaves the size
   // undefined so x2/y2 is an edge); a later width/height/size beats x2/y2.
+  // Text the toolkit would quietly read as 0 ("match_parent", "12pt") is
+  // rejected here.
   bool SetAttribute(const SStringW& name, const SStringW& value);
   // Windows created from XML start as wrap x wrap; created in code, as match_parent.
   void Clear();
@@ -115,7 +117,7 @@ class SouiLayout {
   // of a wrap parent. A negative width or height means that axis of the
   // parent is itself wrap: match_parent children and far edges tied to the
   // parent then size to content, and near edges tied to it start at 0
-  // without their offset.
+  // without their offset (keeping N room for "-N").
   static CSize MeasureChildren(SWindow* parent, int width, int height);
 };
 
