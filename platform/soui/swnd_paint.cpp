@@ -1,0 +1,116 @@
+// SWindow: invalidation and painting, back to front.
+#include "soui/swnd.h"
+
+#include "soui/sapp.h"
+
+namespace SOUI {
+
+// ---- painting ---------------------------------------------------------------------------
+
+void SWindow::Invalidate() { InvalidateRect(rect_); }
+
+void SWindow::InvalidateRect(const CRect& rc) {
+  if (container_ && !rc.IsRectEmpty() && IsVisible(TRUE)) container_->OnInvalidate(rc);
+}
+
+IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
+  const int scale = GetScale();
+  for (const SWindow* w = this; w; w = w->parent_) {
+    const ThemedFont& f = w->style_.GetFont(w == this ? GetStateIndex() : w->GetStateIndex());
+    if (f.IsSet()) {
+      if (IFontPtr font = f.Get(scale)) return font;
+    }
+  }
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app) return rt ? rt->GetCurrentFont() : nullptr;
+  return rt ? rt->CreateFont(app->GetResProvider().GetDefaultFont(scale)) : nullptr;
+}
+
+COLORREF SWindow::GetPaintTextColor() const {
+  for (const SWindow* w = this; w; w = w->parent_) {
+    const COLORREF c = w->style_.GetTextColor(w->GetStateIndex());
+    if (c != CR_INVALID) return c;
+  }
+  return RGBA(0, 0, 0, 255);
+}
+
+void SWindow::BeforePaint(IRenderTarget* rt, PaintState& ps) {
+  const int state = GetStateIndex();
+  const ThemedFont& f = style_.GetFont(state);
+  if (f.IsSet()) {
+    if (IFontPtr font = f.Get(GetScale())) {
+      ps.old_font = rt->SelectFont(font);
+      ps.font_set = true;
+    }
+  }
+  const COLORREF c = style_.GetTextColor(state);
+  if (c != CR_INVALID) {
+    ps.old_color = rt->SetTextColor(c);
+    ps.color_set = true;
+  }
+}
+
+void SWindow::AfterPaint(IRenderTarget* rt, PaintState& ps) {
+  if (ps.font_set) rt->SelectFont(ps.old_font);
+  if (ps.color_set) rt->SetTextColor(ps.old_color);
+}
+
+void SWindow::OnEraseBkgnd(IRenderTarget* rt) {
+  const CRect rc = GetClientRect();
+  if (ISkinObj* skin = GetBkgndSkin()) {
+    int state = GetStateIndex();
+    if (state >= skin->GetStates()) state = 0;
+    skin->DrawByIndex(rt, &rc, state);
+  } else {
+    const COLORREF bk = style_.colorBkgnd.Get();
+    if (bk != CR_INVALID) rt->FillSolidRect(&rc, bk);
+  }
+}
+
+void SWindow::OnNcPaint(IRenderTarget* rt) {
+  const COLORREF border = style_.colorBorder.Get();
+  const CRect m = style_.GetMargin(GetScale());
+  if (border == CR_INVALID || m.IsRectNull()) return;
+  const CRect& w = rect_;
+  const CRect bands[4] = {CRect(w.left, w.top, w.right, w.top + m.top),
+                          CRect(w.left, w.bottom - m.bottom, w.right, w.bottom),
+                          CRect(w.left, w.top + m.top, w.left + m.left, w.bottom - m.bottom),
+                          CRect(w.right - m.right, w.top + m.top, w.right, w.bottom - m.bottom)};
+  for (const CRect& b : bands) {
+    if (!b.IsRectEmpty()) rt->FillSolidRect(&b, border);
+  }
+}
+
+void SWindow::OnPaint(IRenderTarget* rt) {
+  const SStringW text = GetWindowText();
+  if (text.IsEmpty()) return;
+  CRect rc = GetChildrenLayoutRect();
+  DrawText(rt, text, text.GetLength(), &rc, GetTextAlign());
+}
+
+void SWindow::DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT rc, UINT format) {
+  rt->DrawText(text, len, rc, format);
+}
+
+void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
+  if (!IsVisible(FALSE) || !rt) return;
+  const bool layer = style_.alpha < 0xFF;
+  if (layer) rt->PushLayer(style_.alpha);
+  PaintState ps;
+  BeforePaint(rt, ps);
+  if (!(rect_ & dirty).IsRectEmpty()) {
+    OnEraseBkgnd(rt);
+    OnNcPaint(rt);
+    OnPaint(rt);
+  }
+  if (first_child_) {
+    const CRect client = GetClientRect();
+    if (clip_client_) rt->PushClipRect(&client);
+    for (SWindow* c = first_child_; c; c = c->next_sibling_) c->RedrawRegion(rt, dirty);
+    if (clip_client_) rt->PopClip();
+  }
+  AfterPaint(rt, ps);
+  if (layer) rt->PopLayer();
+}
+
+}  // namespace SOUI
