@@ -24,19 +24,29 @@ class SLayoutSize {
  public:
   static constexpr float kWrapContent = -1.f;
   static constexpr float kMatchParent = -2.f;
+  // Neither a size nor a keyword: the far pos item gives the edge.
+  static constexpr float kUndefined = -3.f;
+  // Magnitudes beyond this are rejected by the parsers.
+  static constexpr float kMaxValue = 1e6f;
 
   SLayoutSize() = default;
   SLayoutSize(float v, LayoutUnit u) : value_(v), unit_(u) {}
 
-  // "14dp", "3px", "7" (px), "1.5dp". Unparsable text reads as 0 px.
+  // "14dp", "3px", "7" (px), "1.5dp", "10dip", "12sp"; blanks around are
+  // ignored and units are case-insensitive. Unparsable text reads as 0 px.
   static SLayoutSize Parse(const SStringW& text);
-  // dp: floor(v*scale/100+0.5); px: truncated.
+  // The strict form: false (and *out untouched) for anything but
+  // [-]digits[.digits][unit] with a magnitude up to kMaxValue.
+  static bool TryParse(const SStringW& text, SLayoutSize* out);
+  // dp/dip/sp: floor(v*scale/100+0.5); px: truncated. The wrap and
+  // match_parent markers come back unscaled (-1, -2).
   int toPixelSize(int scale) const;
   bool isWrapContent() const { return value_ == kWrapContent; }
   bool isMatchParent() const { return value_ == kMatchParent; }
   bool isZero() const { return value_ == 0.f; }
   float fSize() const { return value_; }
   LayoutUnit unit() const { return unit_; }
+  // "14dp", "1.5px": the value (shortest form) and its unit.
   SStringW toString() const;
 
  private:
@@ -57,8 +67,11 @@ struct PosItem {
 // The layout attributes of one child window.
 class SouiLayoutParam {
  public:
-  // Handles pos, offset, width, height, size. Returns false for other names
-  // and for values it rejects (which change nothing).
+  // Handles pos, offset, width, height, size (names in any case). Returns
+  // false for other names and for values it rejects, which change nothing.
+  // Order matters: a 4-item pos rewrites width/height from x2/y2 ("0".."-0"
+  // is match_parent, "@N" a size, "@-1" wrap, anything else leaves the size
+  // undefined so x2/y2 is an edge); a later width/height/size beats x2/y2.
   bool SetAttribute(const SStringW& name, const SStringW& value);
   // Windows created from XML start as wrap x wrap; created in code, as match_parent.
   void Clear();
@@ -69,6 +82,7 @@ class SouiLayoutParam {
   bool IsMatchParent(Orientation o) const;
   bool IsWrapContent(Orientation o) const;
   bool IsSpecifiedSize(Orientation o) const;
+  // The stored size, or one of the kWrapContent/kMatchParent/kUndefined markers.
   SLayoutSize GetSpecifiedSize(Orientation o) const;
 
   int PosCount() const { return pos_count_; }
@@ -91,11 +105,17 @@ class SouiLayoutParam {
 class SouiLayout {
  public:
   // Resolves every layout child's rectangle inside parent->GetChildrenLayoutRect()
-  // and applies it with child->OnRelayout(rect).
+  // and applies it with child->OnRelayout(rect). Children caught in a
+  // reference cycle are pinned at 0 (near edge) or given no size (far edge),
+  // first in document order, until the rest resolves; far edges before
+  // their near edge are clamped to an empty rectangle.
   static void LayoutChildren(SWindow* parent);
   // The extent the layout children need (max right/bottom relative to the
-  // layout rect), for content sizing of a wrap parent. A negative width or
-  // height means that axis of the parent is itself wrap.
+  // layout rect, plus N for each far edge written "-N"), for content sizing
+  // of a wrap parent. A negative width or height means that axis of the
+  // parent is itself wrap: match_parent children and far edges tied to the
+  // parent then size to content, and near edges tied to it start at 0
+  // without their offset.
   static CSize MeasureChildren(SWindow* parent, int width, int height);
 };
 

@@ -6,7 +6,9 @@
 
 #include <pugixml.hpp>
 
+#include <map>
 #include <memory>
+#include <vector>
 
 #include "soui/render.h"
 #include "soui/resources.h"
@@ -64,6 +66,16 @@ class SApplication {
   // Tells every host that resources changed (theme switch): repaint all.
   void NotifyThemeChanged();
 
+  // Native handles: unique for the life of the application, never reused.
+  HWND RegisterHwnd(SHostWnd* host);
+  void UnregisterHwnd(HWND hwnd);
+  SHostWnd* HostFromHwnd(HWND hwnd) const;
+
+  // The target used to measure text for layout (created on first use). Tests
+  // may install a deterministic one.
+  IRenderTarget* GetMeasureTarget();
+  void SetMeasureTarget(std::unique_ptr<IRenderTarget> rt) { measure_target_ = std::move(rt); }
+
  private:
   Options options_;
   SObjectFactory factory_;
@@ -75,6 +87,9 @@ class SApplication {
   std::unique_ptr<QVLogSink> log_;
   int zoom_ = 100;
   std::vector<SHostWnd*> hosts_;
+  std::map<HWND, SHostWnd*> hwnds_;
+  uintptr_t next_hwnd_ = 0x10000;
+  std::unique_ptr<IRenderTarget> measure_target_;
 };
 
 }  // namespace SOUI

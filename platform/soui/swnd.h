@@ -53,14 +53,12 @@ class ISwndContainer : public ITimelineHandlersMgr {
 };
 
 // Window state bits.
-enum : DWORD {
-  WndState_Normal = 0,
-  WndState_Hover = 1,
-  WndState_PushDown = 2,
-  WndState_Check = 4,
-  WndState_Invisible = 8,
-  WndState_Disable = 0x10,
-};
+constexpr DWORD WndState_Normal = 0;
+constexpr DWORD WndState_Hover = 1;
+constexpr DWORD WndState_PushDown = 2;
+constexpr DWORD WndState_Check = 4;
+constexpr DWORD WndState_Invisible = 8;
+constexpr DWORD WndState_Disable = 0x10;
 
 // Order of children for GetWindow.
 enum { GSW_FIRSTCHILD = 0, GSW_LASTCHILD, GSW_PREVSIBLING, GSW_NEXTSIBLING, GSW_PARENT, GSW_OWNER };
@@ -332,7 +330,6 @@ class SWindow : public SObject {
   BOOL focusable_ = FALSE;
   BOOL float_ = FALSE;
   BOOL clip_client_ = FALSE;
-  int max_width_ = -1;  // pixels after scaling; -1 none
   SLayoutSize max_width_size_;
   bool has_max_width_ = false;
 
@@ -354,7 +351,6 @@ class SWindow : public SObject {
   bool layout_dirty_ = true;
   bool created_ = false;
   bool destroying_ = false;
-  CSize last_size_;
 };
 
 // Declares a class derived from a toolkit window: tag, base tag and IsClass.

@@ -34,10 +34,14 @@ class SClock {
   bool HasTimer(TimerId id) const;
   size_t PendingTimers() const { return timers_.size(); }
 
-  // Fires every timer due by Now(), in due order (ties in creation order).
+  // Fires every timer due by Now(), in due order (ties in creation order),
+  // each at most once; timers created meanwhile wait for the next call.
   // Returns the number fired.
   int RunDue();
-  // Manual clock: moves time forward to now+ms, firing timers at their times.
+  // Manual clock: moves time forward to now+ms, stopping at each instant a
+  // timer is due (Now() is that instant while it fires), work posted there
+  // included. A timer fires at most once per instant, so a 0 ms repeating
+  // timer cannot hang Advance. On a real clock this only runs RunDue().
   void Advance(uint32_t ms);
   // Due time of the earliest timer, or UINT64_MAX.
   uint64_t NextDue() const;
@@ -49,6 +53,11 @@ class SClock {
     bool repeat;
     std::function<void()> fn;
   };
+  // Bounds a chain of 0 ms tasks that keep posting each other.
+  static constexpr int kMaxPassesPerInstant = 64;
+  int RunPass(std::vector<TimerId>* fired);
+  void RunInstant();
+
   bool manual_;
   uint64_t manual_now_ = 0;
   uint64_t real_origin_ = 0;
@@ -91,6 +100,7 @@ class STimelineManager : public ITimelineHandlersMgr {
   uint32_t frame_ms_;
   SClock::TimerId timer_ = 0;
   std::vector<ITimelineHandler*> handlers_;
+  std::shared_ptr<bool> alive_;  // lets OnFrame notice its own destruction
 };
 
 class IInterpolator {
@@ -106,8 +116,9 @@ IInterpolatorPtr CreateInterpolator(const SStringW& name, float factor = 1.f);
 
 // Maps elapsed time to progress in thousandths (0..1000) through an
 // interpolator. Start reports 0 at once; Update reports the progress and,
-// when the time is up, 1000 exactly once before going idle; Stop on a busy
-// animator reports -1. With a timeline manager the animator registers itself
+// when the time is up, 1000 exactly once before going idle (earlier frames
+// are capped at 999); Stop on a busy animator reports -1. A callback may
+// restart, stop or delete the animator. With a timeline manager the animator registers itself
 // while busy, so it is ticked only while it runs.
 class SAnimator : public ITimelineHandler {
  public:
@@ -125,7 +136,7 @@ class SAnimator : public ITimelineHandler {
   void SetTimelineManager(ITimelineHandlersMgr* mgr);
 
   void Start(uint32_t duration_ms);
-  // Returns FALSE when idle.
+  // Returns FALSE when idle; the call that reports 1000 still returns TRUE.
   BOOL Update();
   void Stop();
   bool IsBusy() const { return busy_; }
@@ -137,6 +148,9 @@ class SAnimator : public ITimelineHandler {
   virtual void OnAnimatorState(int progress);
 
  private:
+  void Register();
+  void Unregister();
+
   Callback callback_;
   IInterpolatorPtr interpolator_;
   ITimelineHandlersMgr* mgr_ = nullptr;

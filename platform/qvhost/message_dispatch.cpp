@@ -1,0 +1,98 @@
+#include "qvhost/message_dispatch.h"
+
+#include <algorithm>
+
+#include "soui/sapp.h"
+
+MessageDispatch::MessageDispatch(SOUI::SClock& clock) : clock_(clock) {}
+
+MessageDispatch::~MessageDispatch() {
+  for (const auto& [task, timer] : tasks_) clock_.KillTimer(timer);
+  // A Send still on the stack keeps its snapshot; make sure it calls nothing.
+  for (const auto& b : bindings_) b->bound = false;
+}
+
+void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
+  for (const auto& b : bindings_) {
+    if (b->msg == msg && b->owner == owner) {
+      b->fn = std::move(handler);
+      return;
+    }
+  }
+  bindings_.push_back(std::make_shared<Binding>(Binding{msg, owner, std::move(handler), true}));
+}
+
+void MessageDispatch::UnBind(void* owner) {
+  auto it = std::remove_if(bindings_.begin(), bindings_.end(), [&](const std::shared_ptr<Binding>& b) {
+    if (b->owner != owner) return false;
+    b->bound = false;
+    return true;
+  });
+  bindings_.erase(it, bindings_.end());
+}
+
+void MessageDispatch::UnBind(unsigned msg, void* owner) {
+  auto it = std::remove_if(bindings_.begin(), bindings_.end(), [&](const std::shared_ptr<Binding>& b) {
+    if (b->owner != owner || b->msg != msg) return false;
+    b->bound = false;
+    return true;
+  });
+  bindings_.erase(it, bindings_.end());
+}
+
+void MessageDispatch::Send(unsigned msg, unsigned param, msg_body_ptr body) {
+  // The snapshot keeps each binding (and its handler) alive while it runs,
+  // even if the handler unbinds itself or destroys its owner.
+  std::vector<std::shared_ptr<Binding>> targets;
+  for (const auto& b : bindings_) {
+    if (b->msg == msg) targets.push_back(b);
+  }
+  for (const auto& b : targets) {
+    if (!b->bound) continue;
+    // Copied: a handler re-binding itself replaces b->fn while it runs.
+    Handler fn = b->fn;
+    if (fn) fn(msg, param, body);
+  }
+}
+
+IMessageDispatch::TaskId MessageDispatch::Schedule(uint32_t ms, Task fn, bool repeat) {
+  const TaskId id = next_task_++;
+  auto run = [this, id, repeat, fn = std::move(fn)] {
+    // One-shot tasks forget their id before running, so the task may post
+    // again or destroy the dispatch; nothing touches `this` afterwards.
+    if (!repeat) tasks_.erase(id);
+    if (fn) fn();
+  };
+  tasks_[id] = clock_.SetTimer(ms, std::move(run), repeat);
+  return id;
+}
+
+IMessageDispatch::TaskId MessageDispatch::Post(unsigned msg, unsigned param, msg_body_ptr body) {
+  return Schedule(0, [this, msg, param, body = std::move(body)] { Send(msg, param, body); }, false);
+}
+
+IMessageDispatch::TaskId MessageDispatch::Post(Task fn) { return Schedule(0, std::move(fn), false); }
+
+IMessageDispatch::TaskId MessageDispatch::Asyn(Task fn) { return Schedule(0, std::move(fn), false); }
+
+IMessageDispatch::TaskId MessageDispatch::Delay(uint32_t ms, Task fn) {
+  return Schedule(ms, std::move(fn), false);
+}
+
+IMessageDispatch::TaskId MessageDispatch::SetTimer(uint32_t ms, Task fn) {
+  return Schedule(ms, std::move(fn), true);
+}
+
+void MessageDispatch::KillTimer(TaskId id) { Cancel(id); }
+
+void MessageDispatch::Cancel(TaskId id) {
+  auto it = tasks_.find(id);
+  if (it == tasks_.end()) return;
+  clock_.KillTimer(it->second);
+  tasks_.erase(it);
+}
+
+IMessageDispatch* GetMsgDispatch() {
+  SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
+  return app ? &app->GetMessageDispatch() : nullptr;
+}

@@ -1,0 +1,223 @@
+// SHostWnd: a native window holding a DirectUI tree.
+//
+// It builds the tree from a "SOUI" root element, lays it out, routes mouse
+// and keyboard input to the window under the mouse (with capture during a
+// press and hover/leave tracking), runs window timers and the frame
+// timeline, collects dirty regions and paints. Input arrives through
+// OnMouseEvent/OnKeyEvent, which is the path both a real backend and the
+// tests' event generator use.
+//
+// Routing rules (what a window under the mouse sees):
+//   move                 hover changes: old gets MOUSELEAVE, new MOUSEHOVER;
+//                        the target gets MOUSEMOVE (the capture if any)
+//   left/right press     the target takes capture and focus (if focusable)
+//   left/right release   to the capture, then capture is released and hover
+//                        re-evaluated at the point
+//   wheel                to the hovered window, then its ancestors until one
+//                        handles it
+//   key, char            to the focused window
+// Disabled windows (or windows under a disabled ancestor) receive no input.
+#pragma once
+
+#include <pugixml.hpp>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "soui/swnd.h"
+
+namespace SOUI {
+
+class SHostWnd;
+
+// What a backend does with a host: native window life, placement and frames.
+// The offscreen backend (the default) keeps everything in memory.
+class IHostBackend {
+ public:
+  virtual ~IHostBackend() = default;
+  virtual void OnCreate(SHostWnd* host) = 0;
+  virtual void OnDestroy(SHostWnd* host) = 0;
+  virtual void OnShow(SHostWnd* host, bool show, bool activate) = 0;
+  virtual void OnMove(SHostWnd* host, const CRect& rc) = 0;
+  virtual void OnTitle(SHostWnd* host, const SStringW& title) = 0;
+  // Called after a repaint; the frame is the host's render target.
+  virtual void OnFrame(SHostWnd* host) = 0;
+};
+
+// SetWindowPos flags.
+constexpr UINT SWP_NOSIZE = 0x0001;
+constexpr UINT SWP_NOMOVE = 0x0002;
+constexpr UINT SWP_NOZORDER = 0x0004;
+constexpr UINT SWP_NOACTIVATE = 0x0010;
+constexpr UINT SWP_SHOWWINDOW = 0x0040;
+constexpr UINT SWP_HIDEWINDOW = 0x0080;
+// ShowWindow commands.
+constexpr int SW_HIDE = 0;
+constexpr int SW_SHOWNORMAL = 1;
+constexpr int SW_SHOWNOACTIVATE = 4;
+constexpr int SW_SHOW = 5;
+constexpr int SW_SHOWNA = 8;
+
+// Attributes of the "SOUI" root element.
+struct SHostWndAttr {
+  SStringW title;
+  SLayoutSize width, height;  // zero: wrap to the root's content
+  bool wrap_width = true, wrap_height = true;
+  SLayoutSize minsize[2];
+  SLayoutSize margin[4];      // resize border
+  bool resizable = false;
+  bool translucent = false;
+  bool app_wnd = false;
+  bool tool_window = false;
+  bool send_wheel_to_hover = false;
+  BYTE alpha = 0xFF;
+  SStringW wnd_type;          // "undefine", "appMain", "normal"
+  SStringW big_icon, small_icon;
+
+  // Reads the root's attributes; unknown names are ignored.
+  void Init(pugi::xml_node soui_root);
+};
+
+class SHostWnd : public ISwndContainer {
+ public:
+  // res_id: "LAYOUT:name" (or just "name") of the layout resource to build
+  // from; may be null to build later with InitFromXml.
+  explicit SHostWnd(const wchar_t* res_id = nullptr);
+  ~SHostWnd() override;
+  SHostWnd(const SHostWnd&) = delete;
+  SHostWnd& operator=(const SHostWnd&) = delete;
+
+  // Creates the native window and builds the tree from the resource.
+  // cx/cy of 0 take the layout's size. Returns null on failure.
+  HWND Create(HWND owner = nullptr, int x = 0, int y = 0, int cx = 0, int cy = 0);
+  // Builds the tree from a "SOUI" element (or its document). Safe to call
+  // before or after Create.
+  BOOL InitFromXml(pugi::xml_node soui_root);
+  BOOL InitFromXmlText(const wchar_t* xml);
+  BOOL DestroyWindow();
+
+  HWND m_hWnd = nullptr;
+  HWND GetHostHwnd() const override { return m_hWnd; }
+  SWindow* GetRoot() { return root_.get(); }
+  const SHostWndAttr& GetHostAttr() const { return attr_; }
+  template <class T>
+  T* FindChildByName2(const SStringW& name) { return root_->FindChildByName2<T>(name); }
+  SWindow* FindChildByName(const SStringW& name) { return root_->FindChildByName(name); }
+  SWindow* FindChildByID(int id) { return root_->FindChildByID(id); }
+
+  // ---- native window ----
+  HWND GetOwner() const { return owner_; }
+  void SetOwner(HWND owner) { owner_ = owner; }
+  CRect GetWindowRect() const { return rect_; }
+  CRect GetClientRect() const { return CRect(0, 0, rect_.Width(), rect_.Height()); }
+  BOOL SetWindowPos(HWND after, int x, int y, int cx, int cy, UINT flags);
+  void MoveWindow(int x, int y, int cx, int cy) { SetWindowPos(nullptr, x, y, cx, cy, SWP_NOZORDER); }
+  BOOL ShowWindow(int cmd);
+  BOOL IsWindowVisible() const { return visible_; }
+  BOOL EnableWindow(BOOL enable);
+  BOOL IsWindowEnabled() const { return enabled_; }
+  void SetWindowText(const SStringW& title);
+  SStringW GetWindowText() const { return attr_.title; }
+  void SetBackend(std::shared_ptr<IHostBackend> backend) { backend_ = std::move(backend); }
+  IHostBackend* GetBackend() const { return backend_.get(); }
+
+  // ---- input (the path every real or injected event takes) ----
+  void OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta = 0);
+  void OnKeyEvent(UINT msg, UINT code, UINT flags = 0);
+  // Where the mouse is believed to be (last move).
+  CPoint GetCursorPos() const { return cursor_; }
+
+  // ---- layout and painting ----
+  int GetScale() const override { return scale_; }
+  void SetScale(int scale);
+  void OnThemeChanged();
+  // Runs pending layout now.
+  void UpdateLayout();
+  // Lays out, repaints the dirty region (everything the first time) into the
+  // host's frame and returns it. Null without a render factory.
+  IRenderTarget* Render();
+  IRenderTarget* GetFrame() const { return frame_.get(); }
+  // Renders and writes the frame as PNG.
+  bool SaveFramePng(const SStringW& path);
+  const CRect& GetDirtyRect() const { return dirty_; }
+  int GetPaintCount() const { return paint_count_; }
+
+  // ---- host timers (not tied to a DirectUI window) ----
+  BOOL SetTimer(int id, UINT ms);
+  BOOL KillTimer(int id);
+  virtual void OnTimer(int id) { (void)id; }
+
+  // ---- events reaching the host ----
+  // The host's event map: override, or set an observer (tests).
+  virtual BOOL _HandleEvent(EventArgs* evt);
+  void SetEventObserver(std::function<void(EventArgs*)> fn) { observer_ = std::move(fn); }
+
+  // ---- ISwndContainer ----
+  BOOL OnFireEvent(EventArgs& evt) override;
+  SWindow* GetCapture() const override { return capture_; }
+  void SetCapture(SWindow* wnd) override;
+  void ReleaseCapture(SWindow* wnd) override;
+  SWindow* GetHover() const override { return hover_; }
+  SWindow* GetFocus() const override { return focus_; }
+  void SetFocus(SWindow* wnd) override;
+  void OnInvalidate(const CRect& rc) override;
+  void OnRelayoutRequested() override { layout_pending_ = true; }
+  void SetSwndTimer(SWindow* wnd, int id, UINT ms) override;
+  void KillSwndTimer(SWindow* wnd, int id) override;
+  void OnSwndDestroyed(SWindow* wnd) override;
+  BOOL RegisterTimelineHandler(ITimelineHandler* handler) override;
+  BOOL UnregisterTimelineHandler(ITimelineHandler* handler) override;
+  STimelineManager& GetTimeline() { return *timeline_; }
+
+  // Called by the application when it goes first (nothing may reach it after).
+  void DetachFromApp();
+
+ protected:
+  virtual void OnInitDialog() {}
+  virtual void OnHostCreated() {}
+  virtual void OnHostDestroy() {}
+  // Sizes the native window from the attributes (wrap axes from the root).
+  void ApplyInitialSize(int cx, int cy);
+  void UpdateHover(CPoint pt);
+
+  SHostWndAttr attr_;
+  std::unique_ptr<SWindow> root_;
+
+ private:
+  SStringW res_id_;
+  HWND owner_ = nullptr;
+  CRect rect_;
+  bool visible_ = false;
+  bool enabled_ = true;
+  bool created_ = false;
+  int scale_ = 100;
+  SWindow* capture_ = nullptr;
+  SWindow* hover_ = nullptr;
+  SWindow* focus_ = nullptr;
+  CPoint cursor_{-1, -1};
+  bool layout_pending_ = true;
+  CRect dirty_;
+  int paint_count_ = 0;
+  std::unique_ptr<IRenderTarget> frame_;
+  std::unique_ptr<STimelineManager> timeline_;
+  std::map<std::pair<SWindow*, int>, SClock::TimerId> swnd_timers_;
+  std::map<int, SClock::TimerId> host_timers_;
+  std::shared_ptr<IHostBackend> backend_;
+  std::function<void(EventArgs*)> observer_;
+  bool app_alive_ = true;
+};
+
+// Native-window operations on handles (Win32 names). All are safe on null or
+// stale handles: they fail without effect.
+BOOL IsWindow(HWND hwnd);
+SHostWnd* HostFromHwnd(HWND hwnd);
+BOOL GetWindowRect(HWND hwnd, LPRECT rc);
+BOOL SetWindowPos(HWND hwnd, HWND after, int x, int y, int cx, int cy, UINT flags);
+BOOL ShowWindow(HWND hwnd, int cmd);
+BOOL EnableWindow(HWND hwnd, BOOL enable);
+BOOL IsWindowEnabled(HWND hwnd);
+BOOL IsWindowVisible(HWND hwnd);
+
+}  // namespace SOUI

@@ -1,0 +1,216 @@
+// The window tree: creation from XML, attribute delivery, lookup, events.
+#include <gtest/gtest.h>
+
+#include "qvhost/qvlog.h"
+#include "soui/stdctrls.h"
+#include "testing/ui_test_base.h"
+
+namespace SOUI {
+namespace {
+
+// Records every attribute it is given, then lets SWindow handle it.
+class RecordingWnd : public SWindow {
+  SOUI_CLASS_NAME(RecordingWnd, SWindow, L"recording")
+ public:
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    log.push_back(SStringW::Format2(L"%s=%s%s", name.c_str(), value.c_str(), loading ? L" (loading)" : L""));
+    return SWindow::SetAttribute(name, value, loading);
+  }
+  int OnCreate() override {
+    log.push_back(SStringW::Format2(L"create children=%u", GetChildrenCount()));
+    return 0;
+  }
+  std::vector<SStringW> log;
+};
+
+class SWindowTest : public test::UiTestBase {
+ protected:
+  void SetUp() override {
+    UiTestBase::SetUp();
+    app_->GetFactory().RegisterWindowClass<RecordingWnd>();
+  }
+};
+
+TEST_F(SWindowTest, AttributesArriveInDocumentOrderWhileLoadingThenChildrenThenCreate) {
+  CreateHostWithChildren(
+      L"<recording name='r' Pos='1,2,@3,@4' zeta='z' alpha='128' id='0x10'><window/><window/></recording>");
+  auto* r = Find<RecordingWnd>(L"r");
+  ASSERT_NE(r, nullptr);
+  const std::vector<SStringW> expected = {L"name=r (loading)",   L"Pos=1,2,@3,@4 (loading)",
+                                          L"zeta=z (loading)",   L"alpha=128 (loading)",
+                                          L"id=0x10 (loading)", L"create children=2"};
+  EXPECT_EQ(r->log, expected);
+  EXPECT_EQ(r->GetID(), 16);
+  EXPECT_EQ(r->GetAlpha(), 128);
+  // Attribute names match without regard to case; unknown ones are refused.
+  EXPECT_EQ(r->SetAttribute(L"ALPHA", L"7", FALSE), S_OK);
+  EXPECT_EQ(r->GetAlpha(), 7);
+  EXPECT_EQ(r->SetAttribute(L"no_such_attr", L"1", FALSE), E_FAIL);
+  EXPECT_EQ(r->GetAttribute(L"zeta"), L"");  // refused values are not remembered
+  EXPECT_EQ(r->GetAttribute(L"alpha"), L"7");
+}
+
+TEST_F(SWindowTest, ClassAppliesBeforeTheElementsOwnAttributes) {
+  pugi::xml_document decl;
+  decl.load_string("<class name='big' alpha='10' tip='from class'/>");
+  app_->GetResProvider().AddClass(L"big", decl.first_child());
+  CreateHostWithChildren(L"<window name='w' alpha='20' class='big'/><button.big name='b'/>");
+  EXPECT_EQ(Find(L"w")->GetAlpha(), 20);
+  EXPECT_EQ(Find(L"w")->GetToolTipText(), L"from class");
+  SWindow* b = Find(L"b");
+  ASSERT_NE(b, nullptr);
+  EXPECT_TRUE(b->IsClass(L"button"));
+  EXPECT_EQ(b->GetAlpha(), 10);
+}
+
+TEST_F(SWindowTest, InnerTextOverridesTextAttributeAndStringsResolve) {
+  app_->GetResProvider().SetString(L"en", L"102541", L"OK");
+  CreateHostWithChildren(
+      L"<text name='a' text='attr'>inner</text><text name='b' text='@string\\102541'/>"
+      L"<text name='c' text='kept'>   </text><text name='d' text='@string/missing'/>");
+  EXPECT_EQ(Find(L"a")->GetWindowText(), L"inner");
+  EXPECT_EQ(Find(L"b")->GetWindowText(), L"OK");
+  EXPECT_EQ(Find(L"c")->GetWindowText(), L"kept");
+  EXPECT_EQ(Find(L"d")->GetWindowText(), L"");
+}
+
+TEST_F(SWindowTest, FindChildByName2ChecksClassAndLogsExactText) {
+  CreateHostWithChildren(L"<window><text name='title'/></window>");
+  EXPECT_NE(host()->FindChildByName2<SStatic>(L"title"), nullptr);
+  EXPECT_EQ(host()->FindChildByName2<SButton>(L"title"), nullptr);
+  EXPECT_TRUE(LogContains(L"FindChildByName2 Failed, no window of class button with name of title"));
+  EXPECT_EQ(host()->FindChildByName2<SStatic>(L"missing"), nullptr);
+  EXPECT_TRUE(LogContains(L"FindChildByName2 Failed, no window of class text with name of missing"));
+}
+
+TEST_F(SWindowTest, IncludeLoadsLayoutInPlaceWithOverridingAttributes) {
+  app_->GetResProvider().AddXml(L"LAYOUT", L"part", "<window name='inner' alpha='1'><text name='t'/></window>");
+  app_->GetResProvider().AddXml(L"layout", L"nested", "<include><text name='n1'/><text name='n2'/></include>");
+  CreateHostWithChildren(
+      L"<window name='a'/><include src='LAYOUT:part' alpha='99'/><include src='layout:nested'/>"
+      L"<include src='LAYOUT:none'/><window name='z'/>");
+  ASSERT_NE(Find(L"inner"), nullptr);
+  EXPECT_EQ(Find(L"inner")->GetAlpha(), 99);
+  EXPECT_NE(Find(L"t"), nullptr);
+  EXPECT_NE(Find(L"n1"), nullptr);
+  EXPECT_NE(Find(L"n2"), nullptr);
+  EXPECT_TRUE(LogContains(L"include: no layout resource LAYOUT:none"));
+  // Order is kept: a, inner, n1, n2, z.
+  SWindow* root = host()->GetRoot();
+  EXPECT_EQ(root->GetWindow(GSW_FIRSTCHILD)->GetName(), L"a");
+  EXPECT_EQ(root->GetWindow(GSW_LASTCHILD)->GetName(), L"z");
+  EXPECT_EQ(root->GetChildrenCount(), 5u);
+}
+
+TEST_F(SWindowTest, BadXmlNeverCrashes) {
+  CreateHostWithChildren(L"<window name='ok'/><nosuchtag name='x'><window name='lost'/></nosuchtag>");
+  EXPECT_NE(Find(L"ok"), nullptr);
+  EXPECT_EQ(Find(L"lost"), nullptr);  // an unknown tag is skipped with its subtree
+  EXPECT_TRUE(LogContains(L"unknown window class nosuchtag"));
+
+  SWindow* root = host()->GetRoot();
+  EXPECT_FALSE(root->CreateChildren(L"<window><unclosed></window>"));
+  EXPECT_FALSE(root->CreateChildren(static_cast<const wchar_t*>(nullptr)));
+  // Hostile attribute values are refused or clamped, never fatal.
+  SWindow* w = Find(L"ok");
+  for (const wchar_t* v : {L"", L"-", L"@", L",,,,,,", L"99999999999999999999dp", L"nan", L"\x1\x2"}) {
+    for (const wchar_t* n : {L"pos", L"offset", L"size", L"width", L"alpha", L"padding", L"margin",
+                             L"colorText", L"font", L"id", L"align", L"skin", L"class"}) {
+      w->SetAttribute(n, v, FALSE);
+    }
+  }
+  host()->UpdateLayout();
+  host()->Render();
+
+  // Deep nesting is handled (recursion is bounded by the XML itself).
+  SStringW deep;
+  for (int i = 0; i < 300; ++i) deep += L"<window>";
+  for (int i = 0; i < 300; ++i) deep += L"</window>";
+  EXPECT_TRUE(root->CreateChildren(deep));
+  host()->UpdateLayout();
+}
+
+TEST_F(SWindowTest, EventsReachSubscribersNewestFirstThenOwnerThenHost) {
+  CreateHostWithChildren(L"<window name='owner'/><button name='btn'/>");
+  SWindow* owner = Find(L"owner");
+  SWindow* btn = Find(L"btn");
+  std::vector<SStringW> order;
+  btn->subscribeEvent(EVT_CMD, [&](EventArgs*) { order.push_back(L"first"); return false; });
+  btn->subscribeEvent(L"on_command", [&](EventArgs*) { order.push_back(L"second"); return true; });
+  owner->subscribeEvent(EVT_CMD, [&](EventArgs* e) {
+    order.push_back(SStringW(L"owner sees ") + e->nameFrom);
+    return true;
+  });
+
+  // Without an owner the event goes straight to the host.
+  EXPECT_TRUE(btn->FireCommand());
+  EXPECT_EQ(order, (std::vector<SStringW>{L"second", L"first"}));
+  ASSERT_EQ(CountEvents(EVT_CMD), 1);
+  EXPECT_EQ(events().back().nameFrom, L"btn");
+
+  order.clear();
+  ClearEvents();
+  btn->SetOwner(owner);
+  btn->FireCommand();
+  EXPECT_EQ(order, (std::vector<SStringW>{L"second", L"first", L"owner sees btn"}));
+  EXPECT_EQ(CountEvents(EVT_CMD), 1);  // the owner passes it on to the host
+
+  // A handler that stops bubbling keeps it from the others.
+  order.clear();
+  ClearEvents();
+  btn->subscribeEvent(EVT_CMD, [&](EventArgs* e) { e->bubbleUp = false; order.push_back(L"stop"); return true; });
+  btn->FireCommand();
+  EXPECT_EQ(order, (std::vector<SStringW>{L"stop"}));
+  EXPECT_EQ(CountEvents(EVT_CMD), 0);
+
+  // Events never climb the parent chain, and unregistered ids cannot be subscribed.
+  EXPECT_EQ(btn->subscribeEvent(123456, [](EventArgs*) { return true; }), 0);
+}
+
+TEST_F(SWindowTest, StateChangesFireOnceAndVisibilityFollowsParents) {
+  CreateHostWithChildren(L"<window name='p'><window name='c'/></window>");
+  SWindow* p = Find(L"p");
+  SWindow* c = Find(L"c");
+  int changes = 0;
+  c->subscribeEvent(EVT_STATECHANGED, [&](EventArgs*) { ++changes; return true; });
+  c->SetCheck(TRUE);
+  c->SetCheck(TRUE);
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(c->GetStateIndex(), 2);
+  p->EnableWindow(FALSE);
+  EXPECT_TRUE(c->IsDisabled(TRUE));
+  EXPECT_FALSE(c->IsDisabled(FALSE));
+  EXPECT_EQ(c->GetStateIndex(), 3);
+  p->SetVisible(FALSE);
+  EXPECT_FALSE(c->IsVisible(TRUE));
+  EXPECT_TRUE(c->IsVisible(FALSE));
+}
+
+TEST_F(SWindowTest, DestroyingAWindowDropsCaptureTimersAndChildren) {
+  CreateHostWithChildren(L"<window name='p' pos='0,0,100,100'><button name='b' pos='0,0,50,50'/></window>");
+  SWindow* b = Find(L"b");
+  int ticks = 0;
+  struct Ticker : SWindow {
+    int* n;
+    explicit Ticker(int* c) : n(c) {}
+    void OnTimer(int) override { ++*n; }
+  };
+  auto* t = new Ticker(&ticks);
+  Find(L"p")->InsertChild(t, ICWND_FIRST);  // below the button
+  t->SetTimer(1, 10);
+  Advance(25);
+  EXPECT_EQ(ticks, 2);
+  gen().MoveMouseToCenterOf(b);
+  gen().PressLeftButton();
+  EXPECT_EQ(host()->GetCapture(), b);
+  Find(L"p")->DestroyWindow();
+  EXPECT_EQ(host()->GetCapture(), nullptr);
+  EXPECT_EQ(host()->GetHover(), nullptr);
+  EXPECT_EQ(Find(L"b"), nullptr);
+  Advance(100);  // the destroyed ticker's timer is gone
+  EXPECT_EQ(ticks, 2);
+  gen().ReleaseLeftButton();
+}
+
+}  // namespace
+}  // namespace SOUI
