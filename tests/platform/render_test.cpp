@@ -2,6 +2,8 @@
 // images, clips and layers, checked on pixels of small scenes.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -558,10 +560,16 @@ TEST(PngCompareTest, ReportsDifferencesAndWritesTheActualImage) {
   rt->FillSolidRect(&two, RGBA(250, 255, 255, 255));
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 5, 0.0).match);
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 4, 0.01).match);
-  const PngCompareResult r = ComparePng(rt->Surface(), ref, 4, 0.0);
+  const std::string out_dir = ::testing::TempDir() + "cmp_out";
+  ::mkdir(out_dir.c_str(), 0755);
+  const PngCompareResult r = ComparePng(rt->Surface(), ref, 4, 0.0, out_dir);
   EXPECT_FALSE(r.match);
   EXPECT_EQ(r.differing, 2);
-  EXPECT_NE(r.message.find("cmp_ref.actual.png"), std::string::npos) << r.message;
+  // The message names the written image, and it holds what was rendered.
+  const std::string actual = out_dir + "/cmp_ref.actual.png";
+  EXPECT_NE(r.message.find(actual), std::string::npos) << r.message;
+  EXPECT_TRUE(ComparePng(rt->Surface(), actual, 0, 0.0, out_dir).match);
+  std::remove(actual.c_str());
   std::remove(ref.c_str());
 }
 
