@@ -3,6 +3,7 @@
 // toolkit's string does, so it can be handed to C-style APIs.
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -85,6 +86,9 @@ class SStringW {
 };
 
 using SStringT = SStringW;
+
+// Readable test failure messages (GoogleTest finds this through ADL).
+inline void PrintTo(const SStringW& s, std::ostream* os) { *os << '"' << s.ToUtf8() << '"'; }
 
 // Splits on a separator; empty pieces are kept ("a,,b" gives three parts).
 std::vector<SStringW> SplitString(const SStringW& text, wchar_t sep);

@@ -54,6 +54,7 @@ TEST_F(SWindowTest, ClassAppliesBeforeTheElementsOwnAttributes) {
   pugi::xml_document decl;
   decl.load_string("<class name='big' alpha='10' tip='from class'/>");
   app_->GetResProvider().AddClass(L"big", decl.first_child());
+  app_->GetResProvider().AddClass(L"button.big", decl.first_child());
   CreateHostWithChildren(L"<window name='w' alpha='20' class='big'/><button.big name='b'/>");
   EXPECT_EQ(Find(L"w")->GetAlpha(), 20);
   EXPECT_EQ(Find(L"w")->GetToolTipText(), L"from class");

@@ -95,17 +95,6 @@ TEST(ClockTest, ZeroDelayTimerPostedDuringAdvanceRunsAtThatInstant) {
   EXPECT_EQ(fired, expected);
 }
 
-TEST(ClockTest, RunDueLeavesWorkPostedByItsCallbacksForTheNextCall) {
-  SClock clock;
-  int runs = 0;
-  std::function<void()> repost = [&] { ++runs; clock.SetTimer(0, repost, false); };
-  clock.SetTimer(0, repost, false);
-
-  EXPECT_EQ(clock.RunDue(), 1);
-  EXPECT_EQ(clock.RunDue(), 1);
-  EXPECT_EQ(runs, 2);
-}
-
 TEST(ClockTest, ZeroIntervalWorkCannotHangAdvance) {
   SClock clock;
   int spins = 0, ticks = 0, chain = 0;
@@ -251,3 +240,114 @@ TEST(InterpolatorNamesTest, NamesAreCaseSensitiveAndUnknownGivesNull) {
 }
 
 }  // namespace
+
+// ---- SAnimator (reads GetTickCount from the application's manual clock) ----
+
+class AnimatorTest : public ::testing::Test {
+ protected:
+  void Advance(uint32_t ms) { app.GetClock().Advance(ms); }
+  SApplication app;  // manual clock by default
+  STimelineManager timeline{&app.GetClock(), 16};
+  std::vector<int> reports;
+  SAnimator anim{[this](int p) { reports.push_back(p); }};
+};
+
+TEST_F(AnimatorTest, GetTickCountIsTheApplicationClock) {
+  Advance(1234);
+  EXPECT_EQ(GetTickCount(), 1234u);
+}
+
+TEST_F(AnimatorTest, ProgressFollowsTheFramesAndEndsWithOneThousandOnce) {
+  anim.SetTimelineManager(&timeline);
+  anim.SetInterpolator(CreateInterpolator(L"Linear"));
+  anim.Start(100);
+  EXPECT_EQ(reports, std::vector<int>{0});
+  EXPECT_TRUE(timeline.IsTicking());
+
+  // Frames at 16, 32, ... 112; the last one is past the end.
+  Advance(200);
+  EXPECT_EQ(reports, (std::vector<int>{0, 160, 320, 480, 640, 800, 960, 1000}));
+  // Done: unregistered, nothing ticks, Update reports nothing more.
+  EXPECT_FALSE(anim.IsBusy());
+  EXPECT_FALSE(timeline.IsTicking());
+  EXPECT_EQ(app.GetClock().PendingTimers(), 0u);
+  EXPECT_FALSE(anim.Update());
+  EXPECT_EQ(reports.size(), 8u);
+}
+
+TEST_F(AnimatorTest, InterpolatorShapesProgress) {
+  anim.SetInterpolator(CreateInterpolator(L"Accelerate"));
+  anim.Start(200);
+  Advance(100);
+  anim.Update();
+  Advance(50);
+  anim.Update();
+  EXPECT_EQ(reports, (std::vector<int>{0, 250, 563}));  // 0.75^2 rounds up
+}
+
+TEST_F(AnimatorTest, FramesBeforeTheEndNeverReportOneThousand) {
+  anim.Start(3000);
+  Advance(2999);  // 999.67 would round to 1000
+  anim.Update();
+  Advance(1);
+  anim.Update();
+  EXPECT_EQ(reports, (std::vector<int>{0, 999, 1000}));
+}
+
+TEST_F(AnimatorTest, ZeroDurationEndsAtFirstUpdate) {
+  anim.Start(0);
+  EXPECT_TRUE(anim.Update());
+  EXPECT_FALSE(anim.Update());
+  EXPECT_EQ(reports, (std::vector<int>{0, 1000}));
+}
+
+TEST_F(AnimatorTest, StopReportsMinusOneOnlyWhileBusy) {
+  anim.SetTimelineManager(&timeline);
+  anim.Start(100);
+  Advance(16);
+  anim.Stop();
+  anim.Stop();
+  EXPECT_EQ(reports, (std::vector<int>{0, 160, -1}));
+  EXPECT_FALSE(timeline.IsTicking());
+  Advance(200);
+  EXPECT_EQ(reports.size(), 3u);
+}
+
+TEST_F(AnimatorTest, CallbackMayRestartTheAnimatorAtItsEnd) {
+  anim.SetTimelineManager(&timeline);
+  int rounds = 0;
+  anim.SetCallback([&](int p) {
+    reports.push_back(p);
+    if (p == 1000 && ++rounds < 2) anim.Start(32);
+  });
+  anim.Start(32);
+  Advance(200);
+  EXPECT_EQ(reports, (std::vector<int>{0, 500, 1000, 0, 500, 1000}));
+  EXPECT_FALSE(timeline.IsTicking());
+}
+
+TEST_F(AnimatorTest, CallbackMayStopTheAnimatorMidway) {
+  anim.SetTimelineManager(&timeline);
+  anim.SetCallback([&](int p) {
+    reports.push_back(p);
+    if (p > 0 && p < 1000) anim.Stop();
+  });
+  anim.Start(100);
+  Advance(100);
+  EXPECT_EQ(reports, (std::vector<int>{0, 160, -1}));
+  EXPECT_FALSE(timeline.IsTicking());
+}
+
+TEST_F(AnimatorTest, CallbackMayDeleteTheAnimator) {
+  auto owned = std::make_unique<SAnimator>();
+  owned->SetTimelineManager(&timeline);
+  owned->SetCallback([&](int p) {
+    reports.push_back(p);
+    if (p >= 300) owned.reset();  // destructor unregisters
+  });
+  owned->Start(100);
+  Advance(100);
+  EXPECT_EQ(owned, nullptr);
+  EXPECT_EQ(reports, (std::vector<int>{0, 160, 320}));
+  EXPECT_FALSE(timeline.IsTicking());
+}
