@@ -316,6 +316,31 @@ TEST_F(RenderTest, WordBreakWrapsAtTheBoxWidth) {
   EXPECT_GE(ink.Height(), 2 * one.Height());
 }
 
+TEST_F(RenderTest, WrappedEllipsisDropsLinesBelowTheBox) {
+  Reset(120, 120);
+  UseFont(14);
+  const wchar_t* text = L"one two three four five six seven eight nine ten";
+  const int line = Measure(text).cy;
+  CRect rc(0, 0, 80, 2 * line + 2);
+  rt_->DrawText(text, -1, &rc, DT_WORDBREAK | DT_NOCLIP);
+  EXPECT_GT(Ink().bottom, rc.bottom);  // plain wrapping runs past the box
+  rt_->Clear(kWhite);
+  rt_->DrawText(text, -1, &rc, DT_WORDBREAK | DT_END_ELLIPSIS | DT_NOCLIP);
+  Keep("text_wrapped_ellipsis");
+  EXPECT_LE(Ink().bottom, rc.bottom);
+  EXPECT_GT(Ink().bottom, line);  // both lines that fit are shown
+}
+
+TEST_F(RenderTest, TextOutStartsAtThePoint) {
+  UseFont(14);
+  rt_->TextOut(30, 20, L"Hi", -1);
+  const SIZE sz = Measure(L"Hi");
+  const CRect ink = Ink();
+  EXPECT_NEAR(ink.left, 30, 3);
+  EXPECT_GE(ink.top, 20);
+  EXPECT_LE(ink.bottom, 20 + sz.cy);
+}
+
 TEST_F(RenderTest, CalcRectDrawsNothingAndKeepsTopLeft) {
   UseFont(14);
   CRect rc(7, 9, 8, 10);
