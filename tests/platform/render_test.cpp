@@ -1,5 +1,6 @@
 // The cairo render target: colours, shapes on the pixel grid, text layout,
 // images, clips and layers, checked on pixels of small scenes.
+// Sections: colours · shapes · text · images · clips and layers · reference scene.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
