@@ -145,14 +145,12 @@ void SplitMargins(int len, int a, int b, int* out_a, int* out_b) {
 }
 
 // Removes mnemonic markers: "&&" shows "&", "&x" shows "x".
-std::wstring StripPrefix(const wchar_t* text, size_t len) {
-  std::wstring out;
-  out.reserve(len);
+void StripPrefix(const wchar_t* text, size_t len, std::wstring* out) {
+  out->clear();
   for (size_t i = 0; i < len; ++i) {
     if (text[i] == L'&' && i + 1 < len) ++i;
-    out.push_back(text[i]);
+    out->push_back(text[i]);
   }
-  return out;
 }
 
 size_t TextLength(const wchar_t* text, int len) {
@@ -208,7 +206,7 @@ IBitmapPtr ResizeBitmap(const IBitmap& bmp, LPCRECT src, int width, int height) 
 CairoRenderTarget::CairoRenderTarget(cairo_surface_t* surface, std::shared_ptr<TextEngine> text)
     : surface_(cairo_surface_reference(surface)), cr_(cairo_create(surface)), text_(std::move(text)) {
   clip_ = CRect(CPoint(), GetSize());
-  font_ = MakeFontObject(FontDesc());
+  SelectFont(nullptr);
   pen_ = CreatePen(PS_SOLID, RGBA(0, 0, 0, 0xFF), 1);
   brush_ = CreateSolidColorBrush(RGBA(0, 0, 0, 0xFF));
 }
@@ -233,6 +231,7 @@ IFontPtr CairoRenderTarget::CreateFont(const FontDesc& desc) { return MakeFontOb
 IFontPtr CairoRenderTarget::SelectFont(IFontPtr font) {
   IFontPtr old = font_;
   font_ = font ? std::move(font) : MakeFontObject(FontDesc());
+  font_entry_ = text_->GetFont(font_->Desc());
   return old;
 }
 IPenPtr CairoRenderTarget::SelectPen(IPenPtr pen) {
@@ -279,40 +278,47 @@ bool CairoRenderTarget::UsePen() {
 
 // ---- text ----
 
+const std::string& CairoRenderTarget::Utf8(const wchar_t* text, size_t n, bool single_line) {
+  utf8_.clear();
+  AppendUtf8(&utf8_, text, n, single_line);
+  return utf8_;
+}
+
 void CairoRenderTarget::DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) {
   if (!text || !rc) return;
-  const size_t n = TextLength(text, len);
-  const std::wstring shown =
-      (format & DT_NOPREFIX) ? std::wstring(text, n) : StripPrefix(text, n);
+  size_t n = TextLength(text, len);
+  if (!(format & DT_NOPREFIX) && std::wmemchr(text, L'&', n)) {
+    StripPrefix(text, n, &wide_);
+    text = wide_.data();
+    n = wide_.size();
+  }
   if (!(format & DT_CALCRECT)) {
-    DrawLayoutText(shown, CRect(*rc), format);
+    DrawLayoutText(text, n, CRect(*rc), format);
     return;
   }
   const bool single = format & DT_SINGLELINE;
-  std::string utf8;
-  AppendUtf8(&utf8, shown.data(), shown.size(), single);
+  const std::string& utf8 = Utf8(text, n, single);
   TextEngine::Box box;
   // Wrapping needs a width; an empty rectangle measures unwrapped lines.
   if (!single && (format & DT_WORDBREAK) && rc->right > rc->left) {
     box.width = rc->right - rc->left;
     box.wrap = true;
   }
-  const auto& shaped = text_->Layout(text_->GetFont(font_->Desc()), utf8, box);
+  const auto& shaped = text_->Layout(font_entry_, utf8, box);
   rc->right = rc->left + shaped.logical.width;
   rc->bottom = rc->top + shaped.logical.height;
 }
 
-void CairoRenderTarget::DrawLayoutText(const std::wstring& text, const CRect& rc, UINT format) {
-  if (Invisible(text_color_) || text.empty()) return;
-  const TextEngine::Font* font = text_->GetFont(font_->Desc());
+void CairoRenderTarget::DrawLayoutText(const wchar_t* text, size_t n, const CRect& rc, UINT format) {
+  if (Invisible(text_color_) || n == 0) return;
+  const TextEngine::Font* font = font_entry_;
   const bool single = format & DT_SINGLELINE;
   const bool wrap = !single && (format & DT_WORDBREAK);
   const bool ellipsis = format & DT_END_ELLIPSIS;
   const PangoAlignment align = (format & DT_CENTER) ? PANGO_ALIGN_CENTER
                                : (format & DT_RIGHT) ? PANGO_ALIGN_RIGHT
                                                      : PANGO_ALIGN_LEFT;
-  std::string utf8;
-  AppendUtf8(&utf8, text.data(), text.size(), single);
+  const std::string& utf8 = Utf8(text, n, single);
 
   TextEngine::Box box;
   box.align = single ? PANGO_ALIGN_LEFT : align;
@@ -363,17 +369,13 @@ void CairoRenderTarget::MeasureText(const wchar_t* text, int len, SIZE* size) {
   if (!size) return;
   *size = SIZE{0, 0};
   if (!text) return;
-  std::string utf8;
-  AppendUtf8(&utf8, text, TextLength(text, len), true);
-  const auto& shaped = text_->Layout(text_->GetFont(font_->Desc()), utf8, TextEngine::Box());
+  const auto& shaped = text_->Layout(font_entry_, Utf8(text, TextLength(text, len), true), TextEngine::Box());
   *size = SIZE{shaped.logical.width, shaped.logical.height};
 }
 
 void CairoRenderTarget::TextOut(int x, int y, const wchar_t* text, int len) {
   if (!text || Invisible(text_color_)) return;
-  std::string utf8;
-  AppendUtf8(&utf8, text, TextLength(text, len), true);
-  const auto& shaped = text_->Layout(text_->GetFont(font_->Desc()), utf8, TextEngine::Box());
+  const auto& shaped = text_->Layout(font_entry_, Utf8(text, TextLength(text, len), true), TextEngine::Box());
   SetSourceColor(text_color_);
   cairo_move_to(cr_, x, y);
   pango_cairo_show_layout(cr_, shaped.layout);

@@ -13,11 +13,11 @@
 #include <string>
 #include <vector>
 
+#include "backends/cairo_text.h"
 #include "soui/render.h"
 
 namespace SOUI {
 
-class TextEngine;  // pango context, fonts and the layout cache (private)
 
 // A bitmap owning a premultiplied ARGB32 cairo image surface.
 class CairoBitmap : public IBitmap {
@@ -107,7 +107,9 @@ class CairoRenderTarget : public IRenderTarget {
   // The pen's width in pixels (a zero-width pen draws one pixel, as in GDI).
   int PenWidth() const;
   void RoundRectPath(double x, double y, double w, double h, double rx, double ry);
-  void DrawLayoutText(const std::wstring& text, const CRect& rc, UINT format);
+  void DrawLayoutText(const wchar_t* text, size_t n, const CRect& rc, UINT format);
+  // text as UTF-8 in a buffer reused between calls.
+  const std::string& Utf8(const wchar_t* text, size_t n, bool single_line);
   void PaintBitmapPart(const IBitmap* bmp, const CRect& src, const CRect& dst, ExpandMode mode,
                        double alpha);
 
@@ -115,11 +117,14 @@ class CairoRenderTarget : public IRenderTarget {
   cairo_t* cr_;
   std::shared_ptr<TextEngine> text_;
   IFontPtr font_;
+  const TextEngine::Font* font_entry_ = nullptr;  // the engine's objects for font_
   IPenPtr pen_;
   IBrushPtr brush_;
   COLORREF text_color_ = RGBA(0, 0, 0, 0xFF);
   CRect clip_;
   std::vector<StackEntry> stack_;
+  std::string utf8_;   // scratch buffers: text painting allocates nothing
+  std::wstring wide_;  // when its layout is cached
 };
 
 class CairoRenderFactory : public IRenderFactory {

@@ -106,8 +106,12 @@ const TextEngine::Font* TextEngine::GetFont(const FontDesc& desc) {
 const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string& utf8,
                                              const Box& box) {
   const int flags = (box.wrap ? 1 : 0) | (box.ellipsize ? 2 : 0) | (static_cast<int>(box.align) << 2);
-  Key key{font, utf8, box.width, box.ellipsize ? box.height : -1, flags};
-  auto found = index_.find(key);
+  probe_.font = font;
+  probe_.text.assign(utf8);
+  probe_.width = box.width;
+  probe_.height = box.ellipsize ? box.height : -1;
+  probe_.flags = flags;
+  auto found = index_.find(probe_);
   if (found != index_.end()) {
     lru_.splice(lru_.begin(), lru_, found->second);
     return found->second->shaped;
@@ -135,8 +139,8 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string
   Shaped shaped;
   shaped.layout = layout;
   pango_layout_get_pixel_extents(layout, nullptr, &shaped.logical);
-  lru_.push_front(Entry{key, shaped});
-  index_.emplace(std::move(key), lru_.begin());
+  lru_.push_front(Entry{probe_, shaped});
+  index_.emplace(probe_, lru_.begin());
   return lru_.front().shaped;
 }
 

@@ -82,6 +82,7 @@ class TextEngine {
   std::map<FontDesc, std::unique_ptr<Font>, DescLess> fonts_;
   std::list<Entry> lru_;  // most recent first
   std::unordered_map<Key, std::list<Entry>::iterator, KeyHash> index_;
+  Key probe_{};  // reused for lookups so that a cache hit allocates nothing
 };
 
 // Appends text as UTF-8; with single_line, CR, LF and CRLF become one space.

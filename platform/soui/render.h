@@ -129,7 +129,10 @@ class IRenderTarget {
 
   // Text. With DT_CALCRECT nothing is drawn and rc receives the extent: for a
   // single line the text size; otherwise the lines wrapped at rc's width
-  // (DT_WORDBREAK) with rc's right edge moved to the widest line. DT_VCENTER
+  // (DT_WORDBREAK; an empty width does not wrap) with rc's right edge moved
+  // to the widest line. Words wider than the line break between characters.
+  // DT_END_ELLIPSIS with DT_WORDBREAK drops the lines below rc and ends the
+  // last one shown with an ellipsis. Text is clipped to rc unless DT_NOCLIP. DT_VCENTER
   // and DT_BOTTOM apply to DT_SINGLELINE text only, as in Win32. Without
   // DT_NOPREFIX "&&" shows "&" and a lone "&" before a character is dropped.
   // len < 0: up to the terminating zero. MeasureText is one line, no prefixes.

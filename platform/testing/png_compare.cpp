@@ -8,11 +8,12 @@
 namespace SOUI {
 namespace {
 
-std::string OutputPathFor(const std::string& reference) {
+std::string OutputPathFor(const std::string& reference, const std::string& output_dir) {
   std::string stem = reference.substr(reference.find_last_of('/') + 1);
   if (stem.size() > 4 && stem.compare(stem.size() - 4, 4, ".png") == 0) stem.resize(stem.size() - 4);
   const char* dir = std::getenv("QV_TEST_OUTPUT_DIR");
-  return std::string(dir && *dir ? dir : ".") + "/" + stem + ".actual.png";
+  const std::string base = !output_dir.empty() ? output_dir : (dir && *dir) ? dir : ".";
+  return base + "/" + stem + ".actual.png";
 }
 
 bool UpdateRequested() {
@@ -29,7 +30,7 @@ uint32_t PixelAt(cairo_surface_t* s, int x, int y) {
 }  // namespace
 
 PngCompareResult ComparePng(cairo_surface_t* actual, const std::string& reference_png,
-                            int tolerance, double max_fraction) {
+                            int tolerance, double max_fraction, const std::string& output_dir) {
   PngCompareResult r;
   cairo_surface_flush(actual);
   cairo_surface_t* ref = cairo_image_surface_create_from_png(reference_png.c_str());
@@ -73,7 +74,7 @@ PngCompareResult ComparePng(cairo_surface_t* actual, const std::string& referenc
     r.message.clear();
     return r;
   }
-  const std::string out = OutputPathFor(reference_png);
+  const std::string out = OutputPathFor(reference_png, output_dir);
   if (cairo_surface_write_to_png(actual, out.c_str()) == CAIRO_STATUS_SUCCESS)
     r.message += "; actual image written to " + out;
   else

@@ -4,8 +4,8 @@
 // channel is off by more than `tolerance`. The images match when the sizes are
 // equal and at most `max_fraction` of the pixels differ. On a mismatch the
 // actual image is written as "<reference stem>.actual.png" into the output
-// directory ($QV_TEST_OUTPUT_DIR, else the working directory, which under
-// ctest is the build tree) and the message says where. With
+// directory (output_dir if given, else $QV_TEST_OUTPUT_DIR, else the working
+// directory, which under ctest is the build tree) and the message says where. With
 // QV_UPDATE_REFERENCES=1 a missing or differing reference is (re)written.
 #pragma once
 
@@ -26,7 +26,7 @@ struct PngCompareResult {
 };
 
 PngCompareResult ComparePng(cairo_surface_t* actual, const std::string& reference_png,
-                            int tolerance, double max_fraction);
+                            int tolerance, double max_fraction, const std::string& output_dir = "");
 
 // For EXPECT_TRUE: the message names the counts and the written actual image.
 ::testing::AssertionResult MatchesReferencePng(const CairoRenderTarget& rt,

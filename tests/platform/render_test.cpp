@@ -1,6 +1,9 @@
 // The cairo render target: colours, shapes on the pixel grid, text layout,
 // images, clips and layers, checked on pixels of small scenes.
+// Sections: colours · shapes · text · images · clips and layers · reference scene.
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -314,6 +317,31 @@ TEST_F(RenderTest, WordBreakWrapsAtTheBoxWidth) {
   EXPECT_GE(ink.Height(), 2 * one.Height());
 }
 
+TEST_F(RenderTest, WrappedEllipsisDropsLinesBelowTheBox) {
+  Reset(120, 120);
+  UseFont(14);
+  const wchar_t* text = L"one two three four five six seven eight nine ten";
+  const int line = Measure(text).cy;
+  CRect rc(0, 0, 80, 2 * line + 2);
+  rt_->DrawText(text, -1, &rc, DT_WORDBREAK | DT_NOCLIP);
+  EXPECT_GT(Ink().bottom, rc.bottom);  // plain wrapping runs past the box
+  rt_->Clear(kWhite);
+  rt_->DrawText(text, -1, &rc, DT_WORDBREAK | DT_END_ELLIPSIS | DT_NOCLIP);
+  Keep("text_wrapped_ellipsis");
+  EXPECT_LE(Ink().bottom, rc.bottom);
+  EXPECT_GT(Ink().bottom, line);  // both lines that fit are shown
+}
+
+TEST_F(RenderTest, TextOutStartsAtThePoint) {
+  UseFont(14);
+  rt_->TextOut(30, 20, L"Hi", -1);
+  const SIZE sz = Measure(L"Hi");
+  const CRect ink = Ink();
+  EXPECT_NEAR(ink.left, 30, 3);
+  EXPECT_GE(ink.top, 20);
+  EXPECT_LE(ink.bottom, 20 + sz.cy);
+}
+
 TEST_F(RenderTest, CalcRectDrawsNothingAndKeepsTopLeft) {
   UseFont(14);
   CRect rc(7, 9, 8, 10);
@@ -558,10 +586,16 @@ TEST(PngCompareTest, ReportsDifferencesAndWritesTheActualImage) {
   rt->FillSolidRect(&two, RGBA(250, 255, 255, 255));
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 5, 0.0).match);
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 4, 0.01).match);
-  const PngCompareResult r = ComparePng(rt->Surface(), ref, 4, 0.0);
+  const std::string out_dir = ::testing::TempDir() + "cmp_out";
+  ::mkdir(out_dir.c_str(), 0755);
+  const PngCompareResult r = ComparePng(rt->Surface(), ref, 4, 0.0, out_dir);
   EXPECT_FALSE(r.match);
   EXPECT_EQ(r.differing, 2);
-  EXPECT_NE(r.message.find("cmp_ref.actual.png"), std::string::npos) << r.message;
+  // The message names the written image, and it holds what was rendered.
+  const std::string actual = out_dir + "/cmp_ref.actual.png";
+  EXPECT_NE(r.message.find(actual), std::string::npos) << r.message;
+  EXPECT_TRUE(ComparePng(rt->Surface(), actual, 0, 0.0, out_dir).match);
+  std::remove(actual.c_str());
   std::remove(ref.c_str());
 }
 
