@@ -9,8 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "soui/hostwnd.h"
 #include "soui/resources.h"
 #include "soui/sapp.h"
+#include "soui/stdctrls.h"
 
 namespace SOUI {
 namespace {
@@ -277,6 +279,16 @@ TEST_F(ThemeTest, ToastLayoutHoldsTheNamedElementsAndNamesOnlyDeclaredResources)
   for (pugi::xpath_node n : doc.select_nodes("//*[@colorText]")) {
     EXPECT_TRUE(res().ResolveColor(W(n.node().attribute("colorText").value()), nullptr));
   }
+}
+
+// The toast code finds its parts by name on a host built from the layout.
+TEST_F(ThemeTest, ToastHostBuildsTheNamedWindows) {
+  SHostWnd host(L"LAYOUT:qvtoast");
+  ASSERT_NE(host.Create(), nullptr);
+  SWindow* toast = host.FindChildByName(L"toast");
+  ASSERT_NE(toast, nullptr);
+  EXPECT_NE(toast->FindChildByName2<SImageWnd>(L"image"), nullptr);
+  EXPECT_NE(toast->FindChildByName(L"rich_toast_text"), nullptr);
 }
 
 // ---- skins ----
