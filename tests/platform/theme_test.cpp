@@ -236,8 +236,13 @@ TEST_F(ThemeTest, DarkSkinsOverrideDeclaredSkinsWithExistingImages) {
     ASSERT_TRUE(light) << name;
     EXPECT_STREQ(light.name(), d.name()) << name;
     if (pugi::xml_attribute src = d.attribute("src")) {
-      int w = 0, h = 0;
-      EXPECT_TRUE(PngSize(kThemeDir + "dark/" + src.value(), &w, &h)) << name;
+      // Same size and frames as the light image, so switching moves no layout.
+      int w = 0, h = 0, lw = 0, lh = 0;
+      ASSERT_TRUE(PngSize(kThemeDir + "dark/" + src.value(), &w, &h)) << name;
+      ASSERT_TRUE(PngSize(kThemeDir + light.attribute("src").value(), &lw, &lh)) << name;
+      EXPECT_EQ(w, lw) << name;
+      EXPECT_EQ(h, lh) << name;
+      EXPECT_EQ(d.attribute("states").as_int(1), light.attribute("states").as_int(1)) << name;
     }
   }
 }

@@ -31,11 +31,16 @@ const Rgba kFall = Hex(0x19A15F);
 const Rgba kBlue = Hex(0x2F6BFF);
 const Rgba kAmber = Hex(0xFFA31A);
 const Rgba kWhite = Hex(0xFFFFFF);
-const Rgba kH1 = Hex(0x1F2329);
-const Rgba kH2 = Hex(0x4E5969);
-const Rgba kDisabled = Hex(0xC2C7CF);
-const Rgba kHoverBg = Hex(0xE5E6EB);
-const Rgba kPushBg = Hex(0xD5D8DE);
+
+// Colours of window chrome (caption buttons, small glyph buttons), per variant.
+struct Chrome {
+  const char* suffix;  // appended to the file name
+  Rgba strong, normal, muted, disabled, hover_bg, push_bg, accent;
+};
+const Chrome kLightChrome = {"",           Hex(0x1F2329), Hex(0x4E5969), Hex(0x86909C), Hex(0xC2C7CF),
+                             Hex(0xE5E6EB), Hex(0xD5D8DE), kBlue};
+const Chrome kDarkChrome = {"_dark",       Hex(0xFFFFFF), Hex(0xB4BAC3), Hex(0x7D8590), Hex(0x4B525C),
+                            Hex(0x3A4049), Hex(0x454C56), Hex(0x5B8CFF)};
 
 using Painter = std::function<void(cairo_t*, int frame)>;
 
@@ -179,18 +184,19 @@ struct ButtonLook {
   Rgba glyph;
 };
 
-ButtonLook CaptionLook(int frame, bool close) {
+ButtonLook CaptionLook(int frame, bool close, const Chrome& ch) {
   switch (frame) {
-    case 1: return close ? ButtonLook{kRise, kWhite} : ButtonLook{kHoverBg, kH1};
-    case 2: return close ? ButtonLook{kRiseDark, kWhite} : ButtonLook{kPushBg, kH1};
-    case 3: return {Hex(0, 0), kDisabled};
-    default: return {Hex(0, 0), kH2};
+    case 1: return close ? ButtonLook{kRise, kWhite} : ButtonLook{ch.hover_bg, ch.strong};
+    case 2: return close ? ButtonLook{kRiseDark, kWhite} : ButtonLook{ch.push_bg, ch.strong};
+    case 3: return {Hex(0, 0), ch.disabled};
+    default: return {Hex(0, 0), ch.normal};
   }
 }
 
-void CaptionButton(const char* file, const std::function<void(cairo_t*, Rgba)>& glyph, bool close) {
-  Make(file, 30, 30, 4, [&](cairo_t* cr, int frame) {
-    const ButtonLook look = CaptionLook(frame, close);
+void CaptionButton(const std::string& file, const Chrome& ch, const std::function<void(cairo_t*, Rgba)>& glyph,
+                   bool close) {
+  Make(file.c_str(), 30, 30, 4, [&](cairo_t* cr, int frame) {
+    const ButtonLook look = CaptionLook(frame, close, ch);
     Set(cr, look.bg);
     cairo_paint(cr);
     glyph(cr, look.glyph);
@@ -247,32 +253,25 @@ void Segment(const char* file, int side, const SegmentColors& col) {
   });
 }
 
-void DrawAll() {
-  // Red dots: 6 px plain, 8 px with a white ring, 12 px high stretchable pill.
-  Make("reddot_small.png", 6, 6, 1, [](cairo_t* cr, int) { Disc(cr, 3, 3, 3, kRise); });
-  Make("reddot.png", 8, 8, 1, [](cairo_t* cr, int) {
-    Disc(cr, 4, 4, 4, kWhite);
-    Disc(cr, 4, 4, 3, kRise);
-  });
-  Make("reddot_badge.png", 13, 12, 1, [](cairo_t* cr, int) {
-    RoundRect(cr, 0, 0, 13, 12, 6);
-    Set(cr, kRise);
-    cairo_fill(cr);
-  });
+std::string Name(const char* stem, const Chrome& ch) { return std::string(stem) + ch.suffix + ".png"; }
 
-  CaptionButton("btn_close.png", [](cairo_t* cr, Rgba c) { Cross(cr, 15, 15, 4.5, c, 1.2); }, true);
-  CaptionButton("btn_min.png", [](cairo_t* cr, Rgba c) {
+// Caption buttons, the small tab close, the expand chevron and the QR mark.
+void DrawChrome(const Chrome& ch) {
+  CaptionButton(Name("btn_close", ch), ch, [](cairo_t* cr, Rgba c) {
+    Cross(cr, 15, 15, 4.5, c, 1.2);
+  }, true);
+  CaptionButton(Name("btn_min", ch), ch, [](cairo_t* cr, Rgba c) {
     Set(cr, c);
     cairo_rectangle(cr, 10, 15, 10, 1);
     cairo_fill(cr);
   }, false);
-  CaptionButton("btn_max.png", [](cairo_t* cr, Rgba c) {
+  CaptionButton(Name("btn_max", ch), ch, [](cairo_t* cr, Rgba c) {
     cairo_rectangle(cr, 10.5, 10.5, 9, 9);
     Set(cr, c);
     cairo_set_line_width(cr, 1);
     cairo_stroke(cr);
   }, false);
-  CaptionButton("btn_restore.png", [](cairo_t* cr, Rgba c) {
+  CaptionButton(Name("btn_restore", ch), ch, [](cairo_t* cr, Rgba c) {
     Set(cr, c);
     cairo_set_line_width(cr, 1);
     cairo_rectangle(cr, 10.5, 12.5, 7, 7);
@@ -286,21 +285,54 @@ void DrawAll() {
   }, false);
 
   // Small close on tabs: a cross; hover and pushed get a round backing.
-  Make("box_close.png", 16, 16, 4, [](cairo_t* cr, int frame) {
-    if (frame == 1) Disc(cr, 8, 8, 7, kHoverBg);
-    if (frame == 2) Disc(cr, 8, 8, 7, kPushBg);
-    const Rgba glyph = frame == 3 ? kDisabled : frame == 0 ? Hex(0x86909C) : kH1;
+  Make(Name("box_close", ch).c_str(), 16, 16, 4, [&](cairo_t* cr, int frame) {
+    if (frame == 1) Disc(cr, 8, 8, 7, ch.hover_bg);
+    if (frame == 2) Disc(cr, 8, 8, 7, ch.push_bg);
+    const Rgba glyph = frame == 3 ? ch.disabled : frame == 0 ? ch.muted : ch.strong;
     Cross(cr, 8, 8, 3, glyph, 1.2);
   });
 
   // Expand chevron pointing down.
-  Make("expand.png", 12, 12, 4, [](cairo_t* cr, int frame) {
-    const Rgba c[] = {Hex(0x86909C), kH1, kBlue, kDisabled};
+  Make(Name("expand", ch).c_str(), 12, 12, 4, [&](cairo_t* cr, int frame) {
+    const Rgba c[] = {ch.muted, ch.strong, ch.accent, ch.disabled};
     cairo_move_to(cr, 3, 4.75);
     cairo_line_to(cr, 6, 7.75);
     cairo_line_to(cr, 9, 4.75);
     Stroke(cr, c[frame], 1.3);
   });
+
+  // QR mark: three finder squares and a few modules.
+  Make(Name("qr_logo", ch).c_str(), 16, 16, 1, [&](cairo_t* cr, int) {
+    Set(cr, ch.strong);
+    cairo_set_line_width(cr, 1);
+    const double finders[][2] = {{1, 1}, {10, 1}, {1, 10}};
+    for (const auto& p : finders) {
+      cairo_rectangle(cr, p[0] + 0.5, p[1] + 0.5, 4, 4);
+      cairo_stroke(cr);
+      cairo_rectangle(cr, p[0] + 2, p[1] + 2, 2, 2);
+      cairo_fill(cr);
+    }
+    const int modules[][2] = {{10, 10}, {13, 10}, {11, 12}, {10, 14}, {13, 13}, {7, 2}, {7, 7}, {2, 7}};
+    for (const auto& m : modules) cairo_rectangle(cr, m[0], m[1], 2, 2);
+    cairo_fill(cr);
+  });
+}
+
+void DrawAll() {
+  // Red dots: 6 px plain, 8 px with a white ring, 12 px high stretchable pill.
+  Make("reddot_small.png", 6, 6, 1, [](cairo_t* cr, int) { Disc(cr, 3, 3, 3, kRise); });
+  Make("reddot.png", 8, 8, 1, [](cairo_t* cr, int) {
+    Disc(cr, 4, 4, 4, kWhite);
+    Disc(cr, 4, 4, 3, kRise);
+  });
+  Make("reddot_badge.png", 13, 12, 1, [](cairo_t* cr, int) {
+    RoundRect(cr, 0, 0, 13, 12, 6);
+    Set(cr, kRise);
+    cairo_fill(cr);
+  });
+
+  DrawChrome(kLightChrome);
+  DrawChrome(kDarkChrome);
 
   // Application mark: blue tile with a rising price line.
   Make("logo.png", 18, 18, 1, [](cairo_t* cr, int) {
@@ -317,22 +349,6 @@ void DrawAll() {
     cairo_line_to(cr, 14.5, 5);
     Stroke(cr, kWhite, 1.6);
     Disc(cr, 14.5, 5, 1.4, kWhite);
-  });
-
-  // QR mark: three finder squares and a few modules.
-  Make("qr_logo.png", 16, 16, 1, [](cairo_t* cr, int) {
-    Set(cr, kH1);
-    cairo_set_line_width(cr, 1);
-    const double finders[][2] = {{1, 1}, {10, 1}, {1, 10}};
-    for (const auto& p : finders) {
-      cairo_rectangle(cr, p[0] + 0.5, p[1] + 0.5, 4, 4);
-      cairo_stroke(cr);
-      cairo_rectangle(cr, p[0] + 2, p[1] + 2, 2, 2);
-      cairo_fill(cr);
-    }
-    const int modules[][2] = {{10, 10}, {13, 10}, {11, 12}, {10, 14}, {13, 13}, {7, 2}, {7, 7}, {2, 7}};
-    for (const auto& m : modules) cairo_rectangle(cr, m[0], m[1], 2, 2);
-    cairo_fill(cr);
   });
 
   // Status icons: dialogs 32 px, toasts 20 px.
