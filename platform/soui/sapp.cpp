@@ -10,6 +10,7 @@
 #include "qvhost/message_dispatch.h"
 #include "qvhost/qvlog.h"
 #include "soui/hostwnd.h"
+#include "soui/skins.h"
 #include "soui/stdctrls.h"
 
 namespace SOUI {
@@ -28,6 +29,7 @@ SApplication::SApplication(const Options& options)
   dispatch_ = std::make_unique<MessageDispatch>(clock_);
   settings_ = std::make_unique<UserSettings>();
   log_ = std::make_unique<QVLogSink>();
+  RegisterBuiltinSkinTypes(res_);
   RegisterStandardControls(factory_);
   IRenderFactory* rf = render_factory_.get();
   res_.SetImageLoader([rf](const SStringW& path) { return rf->LoadBitmapFromFile(path); });
