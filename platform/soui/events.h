@@ -167,9 +167,11 @@ using EventHandler = std::function<bool(EventArgs*)>;
 // The subscribers of one window, keyed by event id.
 class EventSet {
  public:
-  // Registers an event the owner raises; subscribing to unregistered ids fails.
+  // Registers an event the owner raises; subscribing to unregistered ids
+  // fails. name must outlive the set (event names are string literals).
   void addEvent(int id, const wchar_t* name);
   void removeEvent(int id);
+  void Reserve(size_t n) { decls_.reserve(n); }
   bool isEventPresent(int id) const;
   int idOfName(const wchar_t* name) const;  // 0 when unknown
 
@@ -193,14 +195,16 @@ class EventSet {
 
  private:
   struct Slot {
+    int id;
     int connection;
     EventHandler handler;
   };
-  struct Event {
-    SStringW name;
-    std::vector<Slot> slots;
+  struct Decl {
+    int id;
+    const wchar_t* name;  // a literal: event names are static
   };
-  std::map<int, Event> events_;
+  std::vector<Decl> decls_;
+  std::vector<Slot> slots_;
   int next_connection_ = 1;
   bool muted_ = false;
 };

@@ -13,8 +13,10 @@ HRESULT SObject::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
 }
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
-  auto it = attr_values_.find(name);
-  return it == attr_values_.end() ? SStringW() : it->second;
+  for (const auto& kv : attr_values_) {
+    if (kv.first.CompareNoCase(name) == 0) return kv.second;
+  }
+  return SStringW();
 }
 
 HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOOL loading,
@@ -25,7 +27,13 @@ HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOO
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
-  attr_values_[name] = value;
+  for (auto& kv : attr_values_) {
+    if (kv.first.CompareNoCase(name) == 0) {
+      kv.second = value;
+      return;
+    }
+  }
+  attr_values_.emplace_back(name, value);
 }
 
 BOOL SObject::InitFromXml(pugi::xml_node node) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "soui/sstring.h"
 
@@ -59,7 +60,8 @@ class SObject {
   void StoreAttribute(const SStringW& name, const SStringW& value);
 
  private:
-  std::map<SStringW, SStringW, SStringNoCaseLess> attr_values_;
+  // Few per object, so a vector beats a tree here.
+  std::vector<std::pair<SStringW, SStringW>> attr_values_;
 };
 
 // Creates windows by tag. Tags are case-sensitive; a tag written "button.ok"

@@ -205,9 +205,14 @@ int SStringW::Compare(const wchar_t* other) const { return s_.compare(other ? ot
 int SStringW::CompareNoCase(const wchar_t* other) const {
   const wchar_t* a = s_.c_str();
   const wchar_t* b = other ? other : L"";
+  // Names are nearly always ASCII: fold those inline, ask the locale otherwise.
+  auto fold = [](wchar_t c) -> wint_t {
+    if (c < 0x80) return (c >= L'A' && c <= L'Z') ? static_cast<wint_t>(c + 32) : static_cast<wint_t>(c);
+    return std::towlower(static_cast<wint_t>(c));
+  };
   for (;; ++a, ++b) {
-    const wint_t ca = std::towlower(static_cast<wint_t>(*a));
-    const wint_t cb = std::towlower(static_cast<wint_t>(*b));
+    const wint_t ca = fold(*a);
+    const wint_t cb = fold(*b);
     if (ca != cb) return ca < cb ? -1 : 1;
     if (!ca) return 0;
   }

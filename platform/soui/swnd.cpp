@@ -135,6 +135,7 @@ SWindow::SWindow() {
   // A window made in code fills its parent until told otherwise.
   layout_param_.SetMatchParent(Orientation::Horz);
   layout_param_.SetMatchParent(Orientation::Vert);
+  events_.Reserve(16);
   events_.addEvent(EVT_CREATE, EventSwndCreate::EventName());
   events_.addEvent(EVT_DESTROY, EventSwndDestroy::EventName());
   events_.addEvent(EVT_SIZE, EventSwndSize::EventName());
