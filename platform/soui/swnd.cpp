@@ -38,8 +38,14 @@ int StateSlot(const SStringW& name, const wchar_t* base) {
   return -1;
 }
 
+// Attribute names are ASCII; compare without building a substring.
 bool StartsWithNoCase(const SStringW& s, const wchar_t* prefix) {
-  return s.Left(static_cast<int>(std::wcslen(prefix))).CompareNoCase(prefix) == 0;
+  auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
+  const wchar_t* p = s.c_str();
+  for (; *prefix; ++p, ++prefix) {
+    if (!*p || fold(*p) != fold(*prefix)) return false;
+  }
+  return true;
 }
 
 }  // namespace
