@@ -1,4 +1,4 @@
-// Sections: objects (pens, brushes, fonts, bitmaps) · bitmap painting helpers ·
+// Sections: bitmaps · bitmap painting helpers ·
 // render target: state, text, shapes, images, clips and layers, pixels ·
 // factory.
 #include "backends/cairo_render.h"
@@ -11,39 +11,6 @@
 
 namespace SOUI {
 namespace {
-
-// ---- objects ----
-
-class FontObject : public IFont {
- public:
-  explicit FontObject(const FontDesc& d) : desc_(d) {}
-  const FontDesc& Desc() const override { return desc_; }
-
- private:
-  FontDesc desc_;
-};
-
-class PenObject : public IPen {
- public:
-  PenObject(int style, COLORREF color, int width) : style_(style), color_(color), width_(width) {}
-  int GetStyle() const override { return style_; }
-  COLORREF GetColor() const override { return color_; }
-  int GetWidth() const override { return width_; }
-
- private:
-  int style_;
-  COLORREF color_;
-  int width_;
-};
-
-class BrushObject : public IBrush {
- public:
-  explicit BrushObject(COLORREF color) : color_(color) {}
-  COLORREF GetColor() const override { return color_; }
-
- private:
-  COLORREF color_;
-};
 
 constexpr double kPi = 3.14159265358979323846;
 
@@ -159,7 +126,6 @@ size_t TextLength(const wchar_t* text, int len) {
 
 }  // namespace
 
-IFontPtr MakeFontObject(const FontDesc& desc) { return std::make_shared<FontObject>(desc); }
 
 // ---- CairoBitmap ----
 
@@ -221,10 +187,10 @@ CSize CairoRenderTarget::GetSize() const {
 }
 
 IPenPtr CairoRenderTarget::CreatePen(int style, COLORREF color, int width) {
-  return std::make_shared<PenObject>(style, color, width);
+  return MakePenObject(style, color, width);
 }
 IBrushPtr CairoRenderTarget::CreateSolidColorBrush(COLORREF color) {
-  return std::make_shared<BrushObject>(color);
+  return MakeBrushObject(color);
 }
 IFontPtr CairoRenderTarget::CreateFont(const FontDesc& desc) { return MakeFontObject(desc); }
 

@@ -79,6 +79,7 @@ class IPen {
   virtual int GetWidth() const = 0;
 };
 using IPenPtr = std::shared_ptr<IPen>;
+IPenPtr MakePenObject(int style, COLORREF color, int width);
 
 class IBrush {
  public:
@@ -86,6 +87,7 @@ class IBrush {
   virtual COLORREF GetColor() const = 0;
 };
 using IBrushPtr = std::shared_ptr<IBrush>;
+IBrushPtr MakeBrushObject(COLORREF color);
 
 // A decoded image in premultiplied ARGB32 rows (cairo's native format).
 class IBitmap {

@@ -132,20 +132,6 @@ bool ParseFontDesc(const SStringW& desc, int scale, const FontDesc& base, FontDe
 
 // ---------------------------------------------------------------------------
 
-namespace {
-
-// A plain font object; backends build their own handles from the description.
-class SFont : public IFont {
- public:
-  explicit SFont(const FontDesc& d) : desc_(d) {}
-  const FontDesc& Desc() const override { return desc_; }
-
- private:
-  FontDesc desc_;
-};
-
-}  // namespace
-
 SResProvider::SResProvider() {
   default_font_.face = L"WenQuanYi Micro Hei";
   default_font_.height = 12;
@@ -301,7 +287,7 @@ IFontPtr SResProvider::GetFont(const SStringW& desc, int scale) {
   if (it != font_cache_.end()) return it->second;
   FontDesc f;
   if (!ParseFontDesc(desc, scale, GetDefaultFont(scale), &f)) return nullptr;
-  IFontPtr font = std::make_shared<SFont>(f);
+  IFontPtr font = MakeFontObject(f);
   font_cache_[key] = font;
   return font;
 }

@@ -6,28 +6,6 @@
 namespace SOUI {
 namespace {
 
-class RecPen : public IPen {
- public:
-  RecPen(int style, COLORREF color, int width) : style_(style), color_(color), width_(width) {}
-  int GetStyle() const override { return style_; }
-  COLORREF GetColor() const override { return color_; }
-  int GetWidth() const override { return width_; }
-
- private:
-  int style_;
-  COLORREF color_;
-  int width_;
-};
-
-class RecBrush : public IBrush {
- public:
-  explicit RecBrush(COLORREF color) : color_(color) {}
-  COLORREF GetColor() const override { return color_; }
-
- private:
-  COLORREF color_;
-};
-
 std::wstring Text(const wchar_t* text, int len) {
   if (!text) return std::wstring();
   return len < 0 ? std::wstring(text) : std::wstring(text, static_cast<size_t>(len));
@@ -148,10 +126,10 @@ std::string RecordingRenderTarget::Dump() const {
 }
 
 IPenPtr RecordingRenderTarget::CreatePen(int style, COLORREF color, int width) {
-  return std::make_shared<RecPen>(style, color, width);
+  return MakePenObject(style, color, width);
 }
 IBrushPtr RecordingRenderTarget::CreateSolidColorBrush(COLORREF color) {
-  return std::make_shared<RecBrush>(color);
+  return MakeBrushObject(color);
 }
 IFontPtr RecordingRenderTarget::CreateFont(const FontDesc& desc) { return MakeFontObject(desc); }
 

@@ -1,0 +1,47 @@
+// Plain value objects behind IFont, IPen and IBrush: every render target
+// uses these and keeps its own backend handles keyed by their values.
+#include "soui/render.h"
+
+namespace SOUI {
+namespace {
+
+class FontObject : public IFont {
+ public:
+  explicit FontObject(const FontDesc& d) : desc_(d) {}
+  const FontDesc& Desc() const override { return desc_; }
+
+ private:
+  FontDesc desc_;
+};
+
+class PenObject : public IPen {
+ public:
+  PenObject(int style, COLORREF color, int width) : style_(style), color_(color), width_(width) {}
+  int GetStyle() const override { return style_; }
+  COLORREF GetColor() const override { return color_; }
+  int GetWidth() const override { return width_; }
+
+ private:
+  int style_;
+  COLORREF color_;
+  int width_;
+};
+
+class BrushObject : public IBrush {
+ public:
+  explicit BrushObject(COLORREF color) : color_(color) {}
+  COLORREF GetColor() const override { return color_; }
+
+ private:
+  COLORREF color_;
+};
+
+}  // namespace
+
+IFontPtr MakeFontObject(const FontDesc& desc) { return std::make_shared<FontObject>(desc); }
+IPenPtr MakePenObject(int style, COLORREF color, int width) {
+  return std::make_shared<PenObject>(style, color, width);
+}
+IBrushPtr MakeBrushObject(COLORREF color) { return std::make_shared<BrushObject>(color); }
+
+}  // namespace SOUI
