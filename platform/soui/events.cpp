@@ -24,24 +24,39 @@ void EventSet::addEvent(int id, const wchar_t* name) {
   decls_.push_back(Decl{id, name ? name : L""});
 }
 
+const EventSet::Decl* EventSet::FindDecl(int id) const {
+  for (const Decl& d : decls_) {
+    if (d.id == id) return &d;
+  }
+  for (size_t i = 0; i < base_count_; ++i) {
+    if (base_[i].id == id) return &base_[i];
+  }
+  return nullptr;
+}
+
 void EventSet::removeEvent(int id) {
+  const Decl* d = FindDecl(id);
+  if (d && base_ && d >= base_ && d < base_ + base_count_) {
+    // Copy the shared table out before editing it.
+    decls_.insert(decls_.end(), base_, base_ + base_count_);
+    base_ = nullptr;
+    base_count_ = 0;
+  }
   decls_.erase(std::remove_if(decls_.begin(), decls_.end(), [id](const Decl& d) { return d.id == id; }),
                decls_.end());
   slots_.erase(std::remove_if(slots_.begin(), slots_.end(), [id](const Slot& s) { return s.id == id; }),
                slots_.end());
 }
 
-bool EventSet::isEventPresent(int id) const {
-  for (const Decl& d : decls_) {
-    if (d.id == id) return true;
-  }
-  return false;
-}
+bool EventSet::isEventPresent(int id) const { return FindDecl(id) != nullptr; }
 
 int EventSet::idOfName(const wchar_t* name) const {
   if (!name || !*name) return 0;
   for (const Decl& d : decls_) {
     if (std::wcscmp(d.name, name) == 0) return d.id;
+  }
+  for (size_t i = 0; i < base_count_; ++i) {
+    if (std::wcscmp(base_[i].name, name) == 0) return base_[i].id;
   }
   return 0;
 }
@@ -69,6 +84,8 @@ bool EventSet::unsubscribeEvent(int id, int connection) {
 }
 
 void EventSet::removeAllEvents() {
+  base_ = nullptr;
+  base_count_ = 0;
   decls_.clear();
   slots_.clear();
 }

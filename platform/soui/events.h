@@ -171,7 +171,13 @@ class EventSet {
   // fails. name must outlive the set (event names are string literals).
   void addEvent(int id, const wchar_t* name);
   void removeEvent(int id);
-  void Reserve(size_t n) { decls_.reserve(n); }
+  struct Decl {
+    int id;
+    const wchar_t* name;  // a literal: event names are static
+  };
+  // Registers a fixed table of events at once without copying it (the
+  // standard events every window raises). The table must be static.
+  void addEvents(const Decl* table, size_t count) { base_ = table; base_count_ = count; }
   bool isEventPresent(int id) const;
   int idOfName(const wchar_t* name) const;  // 0 when unknown
 
@@ -199,10 +205,9 @@ class EventSet {
     int connection;
     EventHandler handler;
   };
-  struct Decl {
-    int id;
-    const wchar_t* name;  // a literal: event names are static
-  };
+  const Decl* FindDecl(int id) const;
+  const Decl* base_ = nullptr;
+  size_t base_count_ = 0;
   std::vector<Decl> decls_;
   std::vector<Slot> slots_;
   int next_connection_ = 1;

@@ -2,6 +2,7 @@
 // SouiLayoutParam (pos/offset/size attributes) · the resolver · SouiLayout.
 #include "soui/layout.h"
 
+#include <algorithm>
 #include <climits>
 #include <cmath>
 #include <cwchar>
@@ -56,15 +57,43 @@ bool ParseDecimal(const wchar_t* b, const wchar_t* e, double* out) {
   return true;
 }
 
-bool EndsWithNoCase(const std::wstring& s, const wchar_t* suffix) {
+bool EndsWithNoCase(const wchar_t* b, const wchar_t* e, const wchar_t* suffix) {
   const size_t n = std::wcslen(suffix);
-  if (s.size() < n) return false;
+  if (static_cast<size_t>(e - b) < n) return false;
   for (size_t i = 0; i < n; ++i) {
-    if (std::towlower(static_cast<wint_t>(s[s.size() - n + i])) !=
-        static_cast<wint_t>(suffix[i])) {
-      return false;
-    }
+    const wchar_t c = e[static_cast<ptrdiff_t>(i) - static_cast<ptrdiff_t>(n)];
+    if (std::towlower(static_cast<wint_t>(c)) != static_cast<wint_t>(suffix[i])) return false;
   }
+  return true;
+}
+
+void TrimRange(const wchar_t*& b, const wchar_t*& e) {
+  while (b < e && IsBlank(*b)) ++b;
+  while (e > b && IsBlank(e[-1])) --e;
+}
+
+// Parses [b, e) as a size; works on the text in place (layouts parse many).
+bool ParseSizeRange(const wchar_t* b, const wchar_t* e, SLayoutSize* out) {
+  TrimRange(b, e);
+  LayoutUnit unit = LayoutUnit::Px;
+  size_t unit_len = 0;
+  // "dip" first: the older toolkit looked at two characters only and read
+  // "10dip" as a bare number; the newer one (and we) take the whole unit.
+  if (EndsWithNoCase(b, e, L"dip")) {
+    unit = LayoutUnit::Dip;
+    unit_len = 3;
+  } else if (EndsWithNoCase(b, e, L"dp")) {
+    unit = LayoutUnit::Dp;
+    unit_len = 2;
+  } else if (EndsWithNoCase(b, e, L"sp")) {
+    unit = LayoutUnit::Sp;
+    unit_len = 2;
+  } else if (EndsWithNoCase(b, e, L"px")) {
+    unit_len = 2;
+  }
+  double v = 0;
+  if (!ParseDecimal(b, e - unit_len, &v)) return false;
+  *out = SLayoutSize(static_cast<float>(v), unit);
   return true;
 }
 
@@ -83,27 +112,7 @@ const wchar_t* UnitName(LayoutUnit u) {
 // ---- SLayoutSize ---------------------------------------------------------------
 
 bool SLayoutSize::TryParse(const SStringW& text, SLayoutSize* out) {
-  std::wstring s = SStringW(text).Trim().str();
-  LayoutUnit unit = LayoutUnit::Px;
-  size_t unit_len = 0;
-  // "dip" first: the older toolkit looked at two characters only and read
-  // "10dip" as a bare number; the newer one (and we) take the whole unit.
-  if (EndsWithNoCase(s, L"dip")) {
-    unit = LayoutUnit::Dip;
-    unit_len = 3;
-  } else if (EndsWithNoCase(s, L"dp")) {
-    unit = LayoutUnit::Dp;
-    unit_len = 2;
-  } else if (EndsWithNoCase(s, L"sp")) {
-    unit = LayoutUnit::Sp;
-    unit_len = 2;
-  } else if (EndsWithNoCase(s, L"px")) {
-    unit_len = 2;
-  }
-  double v = 0;
-  if (!ParseDecimal(s.data(), s.data() + (s.size() - unit_len), &v)) return false;
-  *out = SLayoutSize(static_cast<float>(v), unit);
-  return true;
+  return ParseSizeRange(text.c_str(), text.c_str() + text.GetLength(), out);
 }
 
 SLayoutSize SLayoutSize::Parse(const SStringW& text) {
@@ -163,12 +172,11 @@ bool ParseSizeValue(const SStringW& text, SLayoutSize* out) {
 }
 
 // [prefix][-]number[unit]; "@" is only allowed where a size may stand.
-bool ParsePosItem(const SStringW& text, bool allow_size, PosItem* out) {
-  SStringW s(text);
-  s.Trim();
-  if (s.IsEmpty()) return false;
+bool ParsePosItem(const wchar_t* b, const wchar_t* e, bool allow_size, PosItem* out) {
+  TrimRange(b, e);
+  if (b == e) return false;
   PosItem item;
-  switch (s[0]) {
+  switch (*b) {
     case L'|': item.ref = PosItem::Center; break;
     case L'%': item.ref = PosItem::Percent; break;
     case L'[': item.ref = PosItem::PrevNear; break;
@@ -178,14 +186,14 @@ bool ParsePosItem(const SStringW& text, bool allow_size, PosItem* out) {
     case L'@': item.ref = PosItem::Size; break;
     default: break;
   }
-  int i = item.ref == PosItem::Normal ? 0 : 1;
+  if (item.ref != PosItem::Normal) ++b;
   if (item.ref == PosItem::Size && !allow_size) return false;
-  if (s[i] == L'-') {
+  if (b < e && *b == L'-') {
     item.minus = true;
-    ++i;
+    ++b;
   }
   SLayoutSize size;
-  if (!SLayoutSize::TryParse(s.Mid(i), &size) || std::signbit(size.fSize())) {
+  if (!ParseSizeRange(b, e, &size) || std::signbit(size.fSize())) {
     return false;  // "--5", "[-" and friends
   }
   item.offset = size;
@@ -248,12 +256,16 @@ bool SouiLayoutParam::SetAttribute(const SStringW& name, const SStringW& value) 
 bool SouiLayoutParam::ParsePos(const SStringW& value) {
   const int commas = CountOf(value, L',');
   if (commas != 1 && commas != 3) return false;  // before splitting: text may be huge
-  const std::vector<SStringW> parts = SplitString(value, L',');
   PosItem items[4];
-  for (size_t i = 0; i < parts.size(); ++i) {
-    if (!ParsePosItem(parts[i], i >= 2, &items[i])) return false;
+  const wchar_t* b = value.c_str();
+  const wchar_t* const end = b + value.GetLength();
+  int count = 0;
+  for (; count <= commas; ++count) {
+    const wchar_t* e = std::find(b, end, L',');
+    if (!ParsePosItem(b, e, count >= 2, &items[count])) return false;
+    b = e + (e < end ? 1 : 0);
   }
-  pos_count_ = static_cast<int>(parts.size());
+  pos_count_ = count;
   for (int i = 0; i < 4; ++i) pos_[i] = i < pos_count_ ? items[i] : PosItem();
   if (pos_count_ == 4) {
     width_ = SizeFromPos(pos_[0], pos_[2]);

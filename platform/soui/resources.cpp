@@ -53,36 +53,43 @@ bool StripReference(const SStringW& text, const wchar_t* kind, SStringW* key) {
 
 }  // namespace
 
-bool ParseColorLiteral(const SStringW& text_in, COLORREF* out) {
-  SStringW text(text_in);
-  text.Trim();
-  text.MakeLower();
-  if (text.GetLength() > 0 && text[0] == L'#') {
-    const int n = text.GetLength() - 1;
+bool ParseColorLiteral(const SStringW& text, COLORREF* out) {
+  // Parsed in place: themes and layouts carry thousands of colours.
+  const wchar_t* b = text.c_str();
+  const wchar_t* e = b + text.GetLength();
+  while (b < e && std::iswspace(static_cast<wint_t>(*b))) ++b;
+  while (e > b && std::iswspace(static_cast<wint_t>(e[-1]))) --e;
+  if (b < e && *b == L'#') {
+    const long n = e - b - 1;
     if (n != 6 && n != 8) return false;
     int v[4] = {0, 0, 0, 255};
     for (int i = 0; i < n / 2; ++i) {
-      const int hi = HexDigit(text[1 + 2 * i]), lo = HexDigit(text[2 + 2 * i]);
+      const int hi = HexDigit(b[1 + 2 * i]), lo = HexDigit(b[2 + 2 * i]);
       if (hi < 0 || lo < 0) return false;
       v[i] = hi * 16 + lo;
     }
     if (out) *out = RGBA(v[0], v[1], v[2], v[3]);
     return true;
   }
-  const bool rgba = text.Left(5) == L"rgba(";
-  const bool rgb = !rgba && text.Left(4) == L"rgb(";
-  if ((rgb || rgba) && text.Right(1) == L")") {
-    const SStringW inner = text.Mid(rgba ? 5 : 4, text.GetLength() - (rgba ? 6 : 5));
-    const std::vector<SStringW> parts = SplitString(inner, L',');
-    if (parts.size() != (rgba ? 4u : 3u)) return false;
-    bool ok = true;
-    const int r = ParseByte(parts[0], &ok), g = ParseByte(parts[1], &ok), b = ParseByte(parts[2], &ok);
-    const int a = rgba ? ParseByte(parts[3], &ok) : 255;
-    if (!ok) return false;
-    if (out) *out = RGBA(r, g, b, a);
+  auto starts = [&](const wchar_t* p) {
+    const wchar_t* q = b;
+    for (; *p; ++p, ++q) {
+      if (q >= e || std::towlower(static_cast<wint_t>(*q)) != static_cast<wint_t>(*p)) return false;
+    }
     return true;
-  }
-  return false;
+  };
+  const bool rgba = starts(L"rgba(");
+  const bool rgb = !rgba && starts(L"rgb(");
+  if (!(rgb || rgba) || e[-1] != L')') return false;
+  const SStringW inner(b + (rgba ? 5 : 4), static_cast<int>(e - b) - (rgba ? 6 : 5));
+  const std::vector<SStringW> parts = SplitString(inner, L',');
+  if (parts.size() != (rgba ? 4u : 3u)) return false;
+  bool ok = true;
+  const int r = ParseByte(parts[0], &ok), g = ParseByte(parts[1], &ok), bl = ParseByte(parts[2], &ok);
+  const int a = rgba ? ParseByte(parts[3], &ok) : 255;
+  if (!ok) return false;
+  if (out) *out = RGBA(r, g, bl, a);
+  return true;
 }
 
 bool ParseFontDesc(const SStringW& desc, int scale, const FontDesc& base, FontDesc* out) {

@@ -12,11 +12,41 @@ HRESULT SObject::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
   return E_FAIL;
 }
 
-SStringW SObject::GetAttribute(const SStringW& name) const {
-  for (const auto& kv : attr_values_) {
-    if (kv.first.CompareNoCase(name) == 0) return kv.second;
+namespace {
+
+// Calls fn(name_begin, value_begin, value_end) for each stored pair until it
+// returns true; returns the position where it stopped, or npos.
+template <class Fn>
+size_t FindStored(const std::wstring& blob, Fn fn) {
+  size_t pos = 0;
+  while (pos < blob.size()) {
+    const size_t name_end = blob.find(L'\0', pos);
+    const size_t value_end = blob.find(L'\0', name_end + 1);
+    if (fn(pos, name_end, value_end)) return pos;
+    pos = value_end + 1;
   }
-  return SStringW();
+  return std::wstring::npos;
+}
+
+bool NameMatches(const std::wstring& blob, size_t begin, size_t end, const SStringW& name) {
+  if (static_cast<int>(end - begin) != name.GetLength()) return false;
+  auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
+  for (size_t i = begin; i < end; ++i) {
+    if (fold(blob[i]) != fold(name[static_cast<int>(i - begin)])) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+SStringW SObject::GetAttribute(const SStringW& name) const {
+  SStringW found;
+  FindStored(attr_values_, [&](size_t n, size_t ne, size_t ve) {
+    if (!NameMatches(attr_values_, n, ne, name)) return false;
+    found = SStringW(attr_values_.c_str() + ne + 1, static_cast<int>(ve - ne - 1));
+    return true;
+  });
+  return found;
 }
 
 HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOOL loading,
@@ -27,13 +57,19 @@ HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOO
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
-  for (auto& kv : attr_values_) {
-    if (kv.first.CompareNoCase(name) == 0) {
-      kv.second = value;
-      return;
-    }
+  // Values are stored up to an embedded NUL, which attribute text never holds.
+  const size_t at = FindStored(attr_values_, [&](size_t n, size_t ne, size_t) {
+    return NameMatches(attr_values_, n, ne, name);
+  });
+  if (at != std::wstring::npos) {
+    const size_t name_end = attr_values_.find(L'\0', at);
+    const size_t value_end = attr_values_.find(L'\0', name_end + 1);
+    attr_values_.replace(name_end + 1, value_end - name_end - 1, value.c_str());
+    return;
   }
-  attr_values_.emplace_back(name, value);
+  if (attr_values_.empty()) attr_values_.reserve(64);
+  attr_values_.append(name.c_str()).push_back(L'\0');
+  attr_values_.append(value.c_str()).push_back(L'\0');
 }
 
 BOOL SObject::InitFromXml(pugi::xml_node node) {
@@ -46,20 +82,20 @@ BOOL SObject::InitFromXml(pugi::xml_node node) {
 }
 
 void SObjectFactory::Register(const wchar_t* tag, Creator creator) {
-  if (tag && *tag && creator) creators_[tag] = std::move(creator);
+  if (tag && *tag && creator) creators_[std::wstring(tag)] = std::move(creator);
 }
 
 void SObjectFactory::Unregister(const wchar_t* tag) {
-  if (tag) creators_.erase(tag);
+  if (tag) creators_.erase(std::wstring(tag));
 }
 
 bool SObjectFactory::IsRegistered(const wchar_t* tag) const {
-  return tag && creators_.count(tag) != 0;
+  return tag && creators_.find(std::wstring_view(tag)) != creators_.end();
 }
 
 SWindow* SObjectFactory::CreateWindowByName(const wchar_t* tag) const {
   if (!tag) return nullptr;
-  auto it = creators_.find(tag);
+  auto it = creators_.find(std::wstring_view(tag));
   return it == creators_.end() ? nullptr : it->second();
 }
 

@@ -7,6 +7,7 @@
 #include <cwchar>
 #include <functional>
 #include <map>
+#include <string_view>
 #include <memory>
 #include <vector>
 
@@ -60,8 +61,9 @@ class SObject {
   void StoreAttribute(const SStringW& name, const SStringW& value);
 
  private:
-  // Few per object, so a vector beats a tree here.
-  std::vector<std::pair<SStringW, SStringW>> attr_values_;
+  // "name\0value\0name\0value\0...": one allocation per object, since
+  // every window stores every attribute it is given and few are read back.
+  std::wstring attr_values_;
 };
 
 // Creates windows by tag. Tags are case-sensitive; a tag written "button.ok"
@@ -81,7 +83,7 @@ class SObjectFactory {
   SWindow* CreateWindowByName(const wchar_t* tag) const;
 
  private:
-  std::map<SStringW, Creator> creators_;
+  std::map<std::wstring, Creator, std::less<>> creators_;  // find() takes a view
 };
 
 // Case-insensitive child and attribute lookup, as the toolkit's pugixml does.

@@ -72,6 +72,16 @@ void SStringW::AppendFormat(const wchar_t* fmt, ...) {
   va_end(args);
 }
 
+SStringW SStringW::FromUtf8(const char* utf8) {
+  if (!utf8) return SStringW();
+  // Attribute names and most values are plain ASCII: widen them directly,
+  // without a narrow copy first.
+  const char* p = utf8;
+  while (*p && static_cast<unsigned char>(*p) < 0x80) ++p;
+  if (!*p) return SStringW(std::wstring(utf8, p));
+  return FromUtf8(std::string(utf8));
+}
+
 SStringW SStringW::FromUtf8(const std::string& in) {
   std::wstring out;
   out.reserve(in.size());

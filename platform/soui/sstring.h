@@ -26,7 +26,7 @@ class SStringW {
   void AppendFormat(const wchar_t* fmt, ...);
 
   static SStringW FromUtf8(const std::string& utf8);
-  static SStringW FromUtf8(const char* utf8) { return FromUtf8(std::string(utf8 ? utf8 : "")); }
+  static SStringW FromUtf8(const char* utf8);
   std::string ToUtf8() const;
 
   int GetLength() const { return static_cast<int>(s_.size()); }

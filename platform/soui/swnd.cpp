@@ -6,7 +6,10 @@
 #include "soui/swnd.h"
 
 #include <cstring>
+#include <strings.h>
 #include <map>
+#include <string_view>
+#include <unordered_map>
 
 #include "qvhost/qvlog.h"
 #include "soui/sapp.h"
@@ -29,79 +32,118 @@ bool ParseSizeList(const SStringW& value, SLayoutSize out[4]) {
   }
 }
 
-int StateSlot(const SStringW& name, const wchar_t* base) {
-  const SStringW rest = name.Mid(static_cast<int>(std::wcslen(base)));
-  if (rest.IsEmpty()) return 0;
-  if (rest.CompareNoCase(L"Hover") == 0) return 1;
-  if (rest.CompareNoCase(L"Push") == 0) return 2;
-  if (rest.CompareNoCase(L"Disable") == 0) return 3;
-  return -1;
+}  // namespace
+
+// Every attribute a plain window understands, found with one lookup of the
+// lower-cased name (attribute names match without regard to case).
+enum class StdAttr {
+  Unknown,
+  // window
+  Name, Id, Text, Tip, Skin, FocusSkin, Visible, Display, Enable, MsgTransparent, Focusable,
+  Float, ClipClient, MaxWidth, Ignored, Class,
+  // style
+  ColorText, ColorTextHover, ColorTextPush, ColorTextDisable, Font, FontHover, FontPush,
+  FontDisable, ColorBkgnd, ColorBorder, Align, VAlign, Dotted, TextMode, Padding, PaddingLeft,
+  PaddingTop, PaddingRight, PaddingBottom, Margin, MarginX, MarginY, Alpha, Cursor,
+  // layout
+  Pos, Offset, Size, Width, Height,
+};
+
+namespace {
+
+StdAttr LookupStdAttr(const SStringW& name) {
+  static const std::unordered_map<std::wstring_view, StdAttr> kTable = {
+      {L"name", StdAttr::Name}, {L"id", StdAttr::Id}, {L"text", StdAttr::Text}, {L"tip", StdAttr::Tip},
+      {L"skin", StdAttr::Skin}, {L"focusskin", StdAttr::FocusSkin}, {L"visible", StdAttr::Visible},
+      {L"show", StdAttr::Visible}, {L"display", StdAttr::Display}, {L"enable", StdAttr::Enable},
+      {L"msgtransparent", StdAttr::MsgTransparent}, {L"focusable", StdAttr::Focusable},
+      {L"float", StdAttr::Float}, {L"clipclient", StdAttr::ClipClient}, {L"maxwidth", StdAttr::MaxWidth},
+      {L"data", StdAttr::Ignored}, {L"trctx", StdAttr::Ignored}, {L"class", StdAttr::Class},
+      {L"colortext", StdAttr::ColorText}, {L"colortexthover", StdAttr::ColorTextHover},
+      {L"colortextpush", StdAttr::ColorTextPush}, {L"colortextdisable", StdAttr::ColorTextDisable},
+      {L"font", StdAttr::Font}, {L"fonthover", StdAttr::FontHover}, {L"fontpush", StdAttr::FontPush},
+      {L"fontdisable", StdAttr::FontDisable}, {L"colorbkgnd", StdAttr::ColorBkgnd},
+      {L"colorborder", StdAttr::ColorBorder}, {L"align", StdAttr::Align}, {L"valign", StdAttr::VAlign},
+      {L"dotted", StdAttr::Dotted}, {L"textmode", StdAttr::TextMode}, {L"padding", StdAttr::Padding},
+      {L"inset", StdAttr::Padding}, {L"padding_left", StdAttr::PaddingLeft},
+      {L"padding_top", StdAttr::PaddingTop}, {L"padding_right", StdAttr::PaddingRight},
+      {L"padding_bottom", StdAttr::PaddingBottom}, {L"margin", StdAttr::Margin},
+      {L"margin-x", StdAttr::MarginX}, {L"margin-y", StdAttr::MarginY}, {L"alpha", StdAttr::Alpha},
+      {L"cursor", StdAttr::Cursor}, {L"pos", StdAttr::Pos}, {L"offset", StdAttr::Offset},
+      {L"size", StdAttr::Size}, {L"width", StdAttr::Width}, {L"height", StdAttr::Height},
+  };
+  // No known name is longer than this, and none is outside ASCII.
+  wchar_t lower[24];
+  const int len = name.GetLength();
+  if (len == 0 || len >= static_cast<int>(sizeof(lower) / sizeof(lower[0]))) return StdAttr::Unknown;
+  for (int i = 0; i < len; ++i) {
+    const wchar_t c = name[i];
+    if (c >= 0x80) return StdAttr::Unknown;
+    lower[i] = (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c;
+  }
+  auto it = kTable.find(std::wstring_view(lower, static_cast<size_t>(len)));
+  return it == kTable.end() ? StdAttr::Unknown : it->second;
 }
 
-// Attribute names are ASCII; compare without building a substring.
-bool StartsWithNoCase(const SStringW& s, const wchar_t* prefix) {
-  auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
-  const wchar_t* p = s.c_str();
-  for (; *prefix; ++p, ++prefix) {
-    if (!*p || fold(*p) != fold(*prefix)) return false;
-  }
-  return true;
-}
+bool IsStyleAttr(StdAttr a) { return a >= StdAttr::ColorText && a <= StdAttr::Cursor; }
+bool IsLayoutAttr(StdAttr a) { return a >= StdAttr::Pos; }
 
 }  // namespace
 
 bool SwndStyle::SetAttribute(const SStringW& name, const SStringW& value) {
-  if (StartsWithNoCase(name, L"colorText")) {
-    const int slot = StateSlot(name, L"colorText");
-    return slot >= 0 && colorText[slot].Set(value);
+  const StdAttr attr = LookupStdAttr(name);
+  return IsStyleAttr(attr) && SetStdAttribute(attr, value);
+}
+
+bool SwndStyle::SetStdAttribute(StdAttr attr, const SStringW& value) {
+  switch (attr) {
+    case StdAttr::ColorText: return colorText[0].Set(value);
+    case StdAttr::ColorTextHover: return colorText[1].Set(value);
+    case StdAttr::ColorTextPush: return colorText[2].Set(value);
+    case StdAttr::ColorTextDisable: return colorText[3].Set(value);
+    case StdAttr::Font: return font[0].Set(value);
+    case StdAttr::FontHover: return font[1].Set(value);
+    case StdAttr::FontPush: return font[2].Set(value);
+    case StdAttr::FontDisable: return font[3].Set(value);
+    case StdAttr::ColorBkgnd: return colorBkgnd.Set(value);
+    case StdAttr::ColorBorder: return colorBorder.Set(value);
+    case StdAttr::Align:
+      // Enum values are case-sensitive, as in the toolkit.
+      if (value == L"left") align = Left;
+      else if (value == L"center") align = Center;
+      else if (value == L"right") align = Right;
+      else return false;
+      return true;
+    case StdAttr::VAlign:
+      if (value == L"top") valign = Top;
+      else if (value == L"middle") valign = Middle;
+      else if (value == L"bottom") valign = Bottom;
+      else return false;
+      return true;
+    case StdAttr::Dotted: dotted = ParseBool(value); return true;
+    case StdAttr::TextMode: {
+      int v = 0;
+      if (!StrToIntExW(value, STIF_SUPPORT_HEX, &v)) return false;
+      textMode = static_cast<UINT>(v);
+      return true;
+    }
+    case StdAttr::Padding: return ParseSizeList(value, padding);
+    case StdAttr::PaddingLeft: padding[0] = SLayoutSize::Parse(value); return true;
+    case StdAttr::PaddingTop: padding[1] = SLayoutSize::Parse(value); return true;
+    case StdAttr::PaddingRight: padding[2] = SLayoutSize::Parse(value); return true;
+    case StdAttr::PaddingBottom: padding[3] = SLayoutSize::Parse(value); return true;
+    case StdAttr::Margin: return ParseSizeList(value, margin);
+    case StdAttr::MarginX: margin[0] = margin[2] = SLayoutSize::Parse(value); return true;
+    case StdAttr::MarginY: margin[1] = margin[3] = SLayoutSize::Parse(value); return true;
+    case StdAttr::Alpha: {
+      int v = 0;
+      if (!StrToIntExW(value, STIF_SUPPORT_HEX, &v)) return false;
+      alpha = static_cast<BYTE>(std::max(0, std::min(v, 255)));
+      return true;
+    }
+    case StdAttr::Cursor: cursor = value; return true;
+    default: return false;
   }
-  if (StartsWithNoCase(name, L"font") && name.CompareNoCase(L"fontSize") != 0) {
-    const int slot = StateSlot(name, L"font");
-    return slot >= 0 && font[slot].Set(value);
-  }
-  if (name.CompareNoCase(L"colorBkgnd") == 0) return colorBkgnd.Set(value);
-  if (name.CompareNoCase(L"colorBorder") == 0) return colorBorder.Set(value);
-  if (name.CompareNoCase(L"align") == 0) {
-    // Enum values are case-sensitive, as in the toolkit.
-    if (value == L"left") align = Left;
-    else if (value == L"center") align = Center;
-    else if (value == L"right") align = Right;
-    else return false;
-    return true;
-  }
-  if (name.CompareNoCase(L"valign") == 0) {
-    if (value == L"top") valign = Top;
-    else if (value == L"middle") valign = Middle;
-    else if (value == L"bottom") valign = Bottom;
-    else return false;
-    return true;
-  }
-  if (name.CompareNoCase(L"dotted") == 0) { dotted = ParseBool(value); return true; }
-  if (name.CompareNoCase(L"textMode") == 0) {
-    int v = 0;
-    if (!StrToIntExW(value, STIF_SUPPORT_HEX, &v)) return false;
-    textMode = static_cast<UINT>(v);
-    return true;
-  }
-  if (name.CompareNoCase(L"padding") == 0 || name.CompareNoCase(L"inset") == 0) {
-    return ParseSizeList(value, padding);
-  }
-  static const wchar_t* const kSides[4] = {L"padding_left", L"padding_top", L"padding_right",
-                                           L"padding_bottom"};
-  for (int i = 0; i < 4; ++i) {
-    if (name.CompareNoCase(kSides[i]) == 0) { padding[i] = SLayoutSize::Parse(value); return true; }
-  }
-  if (name.CompareNoCase(L"margin") == 0) return ParseSizeList(value, margin);
-  if (name.CompareNoCase(L"margin-x") == 0) { margin[0] = margin[2] = SLayoutSize::Parse(value); return true; }
-  if (name.CompareNoCase(L"margin-y") == 0) { margin[1] = margin[3] = SLayoutSize::Parse(value); return true; }
-  if (name.CompareNoCase(L"alpha") == 0) {
-    int v = 0;
-    if (!StrToIntExW(value, STIF_SUPPORT_HEX, &v)) return false;
-    alpha = static_cast<BYTE>(std::max(0, std::min(v, 255)));
-    return true;
-  }
-  if (name.CompareNoCase(L"cursor") == 0) { cursor = value; return true; }
-  return false;
 }
 
 UINT SwndStyle::GetTextAlign() const {
@@ -141,21 +183,23 @@ SWindow::SWindow() {
   // A window made in code fills its parent until told otherwise.
   layout_param_.SetMatchParent(Orientation::Horz);
   layout_param_.SetMatchParent(Orientation::Vert);
-  events_.Reserve(16);
-  events_.addEvent(EVT_CREATE, EventSwndCreate::EventName());
-  events_.addEvent(EVT_DESTROY, EventSwndDestroy::EventName());
-  events_.addEvent(EVT_SIZE, EventSwndSize::EventName());
-  events_.addEvent(EVT_STATECHANGED, EventSwndStateChanged::EventName());
-  events_.addEvent(EVT_VISIBLECHANGED, EventSwndVisibleChanged::EventName());
-  events_.addEvent(EVT_MOUSE_HOVER, EventSwndMouseHover::EventName());
-  events_.addEvent(EVT_MOUSE_LEAVE, EventSwndMouseLeave::EventName());
-  events_.addEvent(EVT_LBUTTONDOWN, EventLButtonDown::EventName());
-  events_.addEvent(EVT_LBUTTONUP, EventLButtonUp::EventName());
-  events_.addEvent(EVT_CMD, EventCmd::EventName());
-  events_.addEvent(EVT_CTXMENU, EventCtxMenu::EventName());
-  events_.addEvent(EVT_SETFOCUS, EventSetFocus::EventName());
-  events_.addEvent(EVT_KILLFOCUS, EventKillFocus::EventName());
-  events_.addEvent(EVT_KEYDOWN, EventKeyDown::EventName());
+  static const EventSet::Decl kStandardEvents[] = {
+      {EVT_CREATE, EventSwndCreate::EventName()},
+      {EVT_DESTROY, EventSwndDestroy::EventName()},
+      {EVT_SIZE, EventSwndSize::EventName()},
+      {EVT_STATECHANGED, EventSwndStateChanged::EventName()},
+      {EVT_VISIBLECHANGED, EventSwndVisibleChanged::EventName()},
+      {EVT_MOUSE_HOVER, EventSwndMouseHover::EventName()},
+      {EVT_MOUSE_LEAVE, EventSwndMouseLeave::EventName()},
+      {EVT_LBUTTONDOWN, EventLButtonDown::EventName()},
+      {EVT_LBUTTONUP, EventLButtonUp::EventName()},
+      {EVT_CMD, EventCmd::EventName()},
+      {EVT_CTXMENU, EventCtxMenu::EventName()},
+      {EVT_SETFOCUS, EventSetFocus::EventName()},
+      {EVT_KILLFOCUS, EventKillFocus::EventName()},
+      {EVT_KEYDOWN, EventKeyDown::EventName()},
+  };
+  events_.addEvents(kStandardEvents, sizeof(kStandardEvents) / sizeof(kStandardEvents[0]));
 }
 
 // Destroy through DestroyWindow/DestroyChild (or the host) so that OnDestroy
@@ -318,12 +362,21 @@ void SWindow::OnContainerChanged(ISwndContainer* old_container) {
 
 // ---- identity and text ---------------------------------------------------------------
 
-SStringW SWindow::GetWindowText(BOOL raw) const { return raw ? text_raw_ : text_; }
+SStringW SWindow::GetWindowText(BOOL raw) const { return (raw && has_raw_text_) ? text_raw_ : text_; }
 
 void SWindow::SetWindowText(const SStringW& text) {
-  text_raw_ = text;
   SApplication* app = SApplication::getSingletonPtr();
-  text_ = app ? app->tr(app->GetResProvider().ResolveString(text), SStringW()) : text;
+  if (!app) {
+    text_ = text;
+  } else if (text.GetAt(0) == L'@') {
+    text_ = app->tr(app->GetResProvider().ResolveString(text), SStringW());
+  } else {
+    text_ = app->tr(text, SStringW());
+  }
+  // The raw form is kept only when it differs (a reference was resolved).
+  has_raw_text_ = text_ != text;
+  if (has_raw_text_) text_raw_ = text;
+  else text_raw_.Empty();
   const SouiLayoutParam* p = &layout_param_;
   if (p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert)) RequestRelayout();
   Invalidate();
@@ -349,85 +402,70 @@ int ParseId(const SStringW& value) {
 
 }  // namespace
 
-// The window attributes proper; style and layout attributes are tried after.
 HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
-  struct Entry {
-    const wchar_t* name;
-    HRESULT (*fn)(SWindow*, const SStringW&, BOOL);
-  };
-  static const Entry kTable[] = {
-      {L"name", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT {
-         w->name_ = v;
-         if (!w->id_) {
-           if (SApplication* app = SApplication::getSingletonPtr())
-             w->id_ = app->GetResProvider().GetNamedId(v);
-         }
-         return S_FALSE;
-       }},
-      {L"id", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->id_ = ParseId(v); return S_FALSE; }},
-      {L"text", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->SetWindowText(v); return S_FALSE; }},
-      {L"tip", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT {
-         SApplication* app = SApplication::getSingletonPtr();
-         w->tip_ = app ? app->GetResProvider().ResolveString(v) : v;
-         return S_FALSE;
-       }},
-      {L"skin", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->skin_.Set(v); return S_OK; }},
-      {L"focusSkin", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->focus_skin_.Set(v); return S_OK; }},
-      {L"visible", [](SWindow* w, const SStringW& v, BOOL l) -> HRESULT { w->SetVisible(ParseBool(v), !l); return S_FALSE; }},
-      {L"show", [](SWindow* w, const SStringW& v, BOOL l) -> HRESULT { w->SetVisible(ParseBool(v), !l); return S_FALSE; }},
-      {L"display", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT {
-         w->display_ = ParseBool(v);
-         if (w->parent_) w->parent_->RequestRelayout();
-         return S_FALSE;
-       }},
-      {L"enable", [](SWindow* w, const SStringW& v, BOOL l) -> HRESULT { w->EnableWindow(ParseBool(v), !l); return S_FALSE; }},
-      {L"msgTransparent", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->msg_transparent_ = ParseBool(v); return S_FALSE; }},
-      {L"focusable", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->focusable_ = ParseBool(v); return S_FALSE; }},
-      {L"float", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT {
-         w->float_ = ParseBool(v);
-         if (w->parent_) w->parent_->RequestRelayout();
-         return S_FALSE;
-       }},
-      {L"clipClient", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT { w->clip_client_ = ParseBool(v); return S_OK; }},
-      {L"maxWidth", [](SWindow* w, const SStringW& v, BOOL) -> HRESULT {
-         w->max_width_size_ = SLayoutSize::Parse(v);
-         w->has_max_width_ = true;
-         w->RequestRelayout();
-         return S_FALSE;
-       }},
-      {L"data", [](SWindow*, const SStringW&, BOOL) -> HRESULT { return S_FALSE; }},
-      {L"trCtx", [](SWindow*, const SStringW&, BOOL) -> HRESULT { return S_FALSE; }},
-      {L"class", [](SWindow* w, const SStringW& v, BOOL l) -> HRESULT {
-         SApplication* app = SApplication::getSingletonPtr();
-         pugi::xml_node cls = app ? app->GetResProvider().GetClass(v) : pugi::xml_node();
-         for (pugi::xml_attribute a = cls.first_attribute(); a; a = a.next_attribute()) {
-           const SStringW n = XmlName(a);
-           // A nested class and the class's own name are not window attributes.
-           if (n.CompareNoCase(L"class") != 0 && n.CompareNoCase(L"name") != 0) w->SetAttribute(n, XmlValue(a), l);
-         }
-         return S_OK;
-       }},
-  };
-  static const std::map<SStringW, AttrHandler, SStringNoCaseLess> kHandlers = [] {
-    std::map<SStringW, AttrHandler, SStringNoCaseLess> m;
-    for (const Entry& e : kTable) m[e.name] = e.fn;
-    return m;
-  }();
-
-  auto it = kHandlers.find(name);
-  if (it != kHandlers.end()) return AfterAttribute(name, value, loading, it->second(this, value, loading));
-
-  if (style_.SetAttribute(name, value)) {
-    const bool affects_layout = StartsWithNoCase(name, L"padding") || StartsWithNoCase(name, L"margin") ||
-                                name.CompareNoCase(L"inset") == 0 || StartsWithNoCase(name, L"font");
+  const StdAttr attr = LookupStdAttr(name);
+  if (IsStyleAttr(attr)) {
+    if (!style_.SetStdAttribute(attr, value)) return E_FAIL;
+    const bool affects_layout = (attr >= StdAttr::Font && attr <= StdAttr::FontDisable) ||
+                                (attr >= StdAttr::Padding && attr <= StdAttr::MarginY);
     if (affects_layout) RequestRelayout();
     return AfterAttribute(name, value, loading, S_OK);
   }
-  if (layout_param_.SetAttribute(name, value)) {
+  if (IsLayoutAttr(attr)) {
+    if (!layout_param_.SetAttribute(name, value)) return E_FAIL;
     RequestRelayout();
     return AfterAttribute(name, value, loading, S_FALSE);
   }
-  return E_FAIL;
+  HRESULT hr = S_FALSE;
+  switch (attr) {
+    case StdAttr::Name:
+      name_ = value;
+      if (!id_) {
+        if (SApplication* app = SApplication::getSingletonPtr()) id_ = app->GetResProvider().GetNamedId(value);
+      }
+      break;
+    case StdAttr::Id: id_ = ParseId(value); break;
+    case StdAttr::Text: SetWindowText(value); break;
+    case StdAttr::Tip: {
+      SApplication* app = SApplication::getSingletonPtr();
+      tip_ = app ? app->GetResProvider().ResolveString(value) : value;
+      break;
+    }
+    case StdAttr::Skin: skin_.Set(value); hr = S_OK; break;
+    case StdAttr::FocusSkin: focus_skin_.Set(value); hr = S_OK; break;
+    case StdAttr::Visible: SetVisible(ParseBool(value), !loading); break;
+    case StdAttr::Display:
+      display_ = ParseBool(value);
+      if (parent_) parent_->RequestRelayout();
+      break;
+    case StdAttr::Enable: EnableWindow(ParseBool(value), !loading); break;
+    case StdAttr::MsgTransparent: msg_transparent_ = ParseBool(value); break;
+    case StdAttr::Focusable: focusable_ = ParseBool(value); break;
+    case StdAttr::Float:
+      float_ = ParseBool(value);
+      if (parent_) parent_->RequestRelayout();
+      break;
+    case StdAttr::ClipClient: clip_client_ = ParseBool(value); hr = S_OK; break;
+    case StdAttr::MaxWidth:
+      max_width_size_ = SLayoutSize::Parse(value);
+      has_max_width_ = true;
+      RequestRelayout();
+      break;
+    case StdAttr::Ignored: break;
+    case StdAttr::Class: {
+      SApplication* app = SApplication::getSingletonPtr();
+      pugi::xml_node cls = app ? app->GetResProvider().GetClass(value) : pugi::xml_node();
+      for (pugi::xml_attribute a = cls.first_attribute(); a; a = a.next_attribute()) {
+        const SStringW n = XmlName(a);
+        // A nested class and the class's own name are not window attributes.
+        if (n.CompareNoCase(L"class") != 0 && n.CompareNoCase(L"name") != 0) SetAttribute(n, XmlValue(a), loading);
+      }
+      hr = S_OK;
+      break;
+    }
+    default: return E_FAIL;
+  }
+  return AfterAttribute(name, value, loading, hr);
 }
 
 HRESULT SWindow::AfterAttribute(const SStringW& name, const SStringW& value, BOOL loading, HRESULT hr) {
@@ -447,11 +485,12 @@ BOOL SWindow::InitFromXml(pugi::xml_node node) {
     // From XML a window starts as wrap x wrap.
     layout_param_.Clear();
     // A class is applied before the element's own attributes.
-    if (pugi::xml_attribute cls = XmlAttrNoCase(node, L"class")) SetAttribute(L"class", XmlValue(cls), TRUE);
+    auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
     for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      const SStringW n = XmlName(a);
-      if (n.CompareNoCase(L"class") == 0) continue;
-      SetAttribute(n, XmlValue(a), TRUE);
+      if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
+    }
+    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+      if (!is_class(a)) SetAttribute(XmlName(a), XmlValue(a), TRUE);
     }
     // Non-blank inner text overrides the text attribute.
     SStringW inner = SStringW::FromUtf8(node.text().get());
@@ -725,15 +764,7 @@ void SWindow::OnRelayout(const CRect& rc) {
   Invalidate();
   // Children are in host coordinates: a move shifts them along.
   const int dx = rc.left - rect_.left, dy = rc.top - rect_.top;
-  if (dx || dy) {
-    std::function<void(SWindow*)> shift = [&](SWindow* w) {
-      for (SWindow* c = w->first_child_; c; c = c->next_sibling_) {
-        c->rect_.OffsetRect(dx, dy);
-        shift(c);
-      }
-    };
-    shift(this);
-  }
+  if (dx || dy) ShiftDescendants(dx, dy);
   rect_ = rc;
   layout_dirty_ = true;
   if (resized) {
@@ -743,6 +774,13 @@ void SWindow::OnRelayout(const CRect& rc) {
     FireEvent(evt);
   }
   Invalidate();
+}
+
+void SWindow::ShiftDescendants(int dx, int dy) {
+  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
+    c->rect_.OffsetRect(dx, dy);
+    c->ShiftDescendants(dx, dy);
+  }
 }
 
 SWindow* SWindow::GetNextLayoutChild(const SWindow* cur) const {

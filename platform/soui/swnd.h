@@ -26,6 +26,7 @@
 namespace SOUI {
 
 class SWindow;
+enum class StdAttr;
 
 // What a host gives the windows of its tree.
 class ISwndContainer : public ITimelineHandlersMgr {
@@ -89,6 +90,7 @@ struct SwndStyle {
 
   // Handles the style's attributes; false for other names or bad values.
   bool SetAttribute(const SStringW& name, const SStringW& value);
+  bool SetStdAttribute(StdAttr attr, const SStringW& value);
   // DT_* flags for the window's text.
   UINT GetTextAlign() const;
   CRect GetPadding(int scale) const;
@@ -317,7 +319,8 @@ class SWindow : public SObject {
   int id_ = 0;
   SStringW name_;
   SStringW text_;
-  SStringW text_raw_;
+  SStringW text_raw_;  // only when it differs from text_ (a reference)
+  bool has_raw_text_ = false;
   SStringW tip_;
   SwndStyle style_;
   ThemedSkin skin_;
@@ -338,6 +341,7 @@ class SWindow : public SObject {
   void DispatchDestroy();
   void NotifyCreate();
   void MarkLayoutDirtyUpwards();
+  void ShiftDescendants(int dx, int dy);
 
   SWindow* parent_ = nullptr;
   SWindow* owner_ = nullptr;
