@@ -1,0 +1,102 @@
+#include "gallery.h"
+
+#include <dirent.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+using namespace SOUI;
+
+namespace gallery {
+namespace {
+
+const std::string kSourceDir = QV_SOURCE_DIR;
+
+std::vector<std::string> PageFiles() {
+  std::vector<std::string> files;
+  const std::string dir = kSourceDir + "/apps/gallery/pages";
+  if (DIR* d = opendir(dir.c_str())) {
+    while (dirent* e = readdir(d)) {
+      const std::string name = e->d_name;
+      if (name.size() > 4 && name.compare(name.size() - 4, 4, ".xml") == 0) files.push_back(dir + "/" + name);
+    }
+    closedir(d);
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::string Stem(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  const std::string file = path.substr(slash + 1);
+  return file.substr(0, file.size() - 4);
+}
+
+// "03_market_values" -> "Market values".
+std::string TitleFromStem(std::string stem) {
+  const size_t us = stem.find('_');
+  if (us != std::string::npos && us <= 3) stem = stem.substr(us + 1);
+  std::replace(stem.begin(), stem.end(), '_', ' ');
+  if (!stem.empty()) stem[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(stem[0])));
+  return stem;
+}
+
+std::string EscapeAttr(const std::string& s) {
+  std::string out;
+  for (char c : s) {
+    if (c == '&') out += "&amp;";
+    else if (c == '\'') out += "&apos;";
+    else if (c == '<') out += "&lt;";
+    else out += c;
+  }
+  return out;
+}
+
+}  // namespace
+
+bool LoadTheme(SApplication& app, bool dark) {
+  SResProvider& res = app.GetResProvider();
+  const std::string light = kSourceDir + "/theme/default/uires.xml";
+  if (!res.LoadUiDefFile(SStringW::FromUtf8(light))) {
+    std::fprintf(stderr, "qvgallery: cannot load the theme %s\n", light.c_str());
+    return false;
+  }
+  if (dark) res.LoadUiDefFile(SStringW::FromUtf8(kSourceDir + "/theme/default/dark/uires.xml"));
+  return true;
+}
+
+SStringW BuildLayout(SApplication& app) {
+  // Cards stack under a header; each card is a page layout included in place.
+  std::ostringstream xml;
+  xml << "<SOUI title='QVStandardCtrls gallery' width='980dp' height='-1'>"
+         "<root colorBkgnd='@color\\style_gallery\\bg' padding='0,0,0,20dp'>"
+         "<window name='header' pos='0,0,-0,@56dp' colorBkgnd='#1F2329'>"
+         "<img pos='20dp,|0' offset='0,-0.5' skin='skin_basewnd_img_qvtx'/>"
+         "<text pos='[10dp,|0' offset='0,-0.5' font='size:18dp,bold:1' colorText='#FFFFFF'>QVStandardCtrls</text>"
+         "<text pos='[12dp,|0' offset='0,-0.5' font='size:13dp' colorText='#A9AEB8'>"
+         "controls for the trading desktop · 交易终端控件库</text>"
+         "</window>";
+  for (const std::string& file : PageFiles()) {
+    std::ifstream in(file);
+    std::ostringstream content;
+    content << in.rdbuf();
+    const std::string stem = Stem(file);
+    app.GetResProvider().AddXml(L"LAYOUT", SStringW::FromUtf8("gallery_" + stem), content.str());
+    xml << "<window name='card_" << stem << "' pos='20dp,[16dp,-20dp,@-1' colorBkgnd='@color\\style_gallery\\card' "
+           "margin='1dp' colorBorder='@color\\style_gallery\\card_border' padding='20dp,16dp,20dp,20dp'>"
+           "<text pos='0,0' font='size:16dp,bold:1' colorText='@color\\style_gallery\\title'>"
+        << EscapeAttr(TitleFromStem(stem))
+        << "</text>"
+           "<window pos='0,[12dp,-0,@1dp' colorBkgnd='@color\\style_gallery\\rule'/>"
+           "<include src='LAYOUT:gallery_"
+        << stem << "' pos='0,[14dp,-0,@-1'/></window>";
+  }
+  xml << "</root></SOUI>";
+  return SStringW::FromUtf8(xml.str());
+}
+
+}  // namespace gallery

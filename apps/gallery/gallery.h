@@ -1,0 +1,20 @@
+// Pieces of the gallery host: theme loading, the page layout, the window loop.
+#pragma once
+
+#include "soui/hostwnd.h"
+#include "soui/sapp.h"
+
+namespace gallery {
+
+// Loads the default theme (and its dark override). False, with a message,
+// when the theme files are missing.
+bool LoadTheme(SOUI::SApplication& app, bool dark);
+
+// Registers every page layout as a resource and returns the gallery's host
+// layout: a header and one card per page.
+SOUI::SStringW BuildLayout(SOUI::SApplication& app);
+
+// Shows the host in a real window and runs until it is closed.
+int RunInWindow(SOUI::SApplication& app, SOUI::SHostWnd& host);
+
+}  // namespace gallery

@@ -1,0 +1,82 @@
+// The control gallery: every control of the library on one page of cards,
+// built from the layouts in apps/gallery/pages (one card per file, in file
+// name order). Shown in a real window when a display is available, or
+// rendered to a PNG.
+//
+//   qvgallery [--png FILE] [--zoom 100|125|150|200] [--dark]
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "gallery.h"
+#include "qvhost/qvlog.h"
+#include "soui/hostwnd.h"
+#include "soui/sapp.h"
+
+#ifdef QV_HAVE_LIBRARY
+#include "framework/control_classes.h"
+#endif
+
+using namespace SOUI;
+
+namespace {
+
+struct Options {
+  std::string png;
+  int zoom = 100;
+  bool dark = false;
+};
+
+Options ParseArgs(int argc, char** argv) {
+  Options o;
+  for (int i = 1; i < argc; ++i) {
+    if (!std::strcmp(argv[i], "--png") && i + 1 < argc) o.png = argv[++i];
+    else if (!std::strcmp(argv[i], "--zoom") && i + 1 < argc) o.zoom = std::atoi(argv[++i]);
+    else if (!std::strcmp(argv[i], "--dark")) o.dark = true;
+    else std::fprintf(stderr, "qvgallery: ignoring unknown argument %s\n", argv[i]);
+  }
+  if (o.zoom != 100 && o.zoom != 125 && o.zoom != 150 && o.zoom != 200) o.zoom = 100;
+  return o;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options opt = ParseArgs(argc, argv);
+  const char* display = std::getenv("DISPLAY");
+  const bool to_png = !opt.png.empty() || !display || !*display;
+  if (to_png && opt.png.empty()) opt.png = "qvgallery.png";
+
+  SApplication::Options app_options;
+  app_options.manual_clock = to_png;
+  SApplication app(app_options);
+  if (!gallery::LoadTheme(app, opt.dark)) return 1;
+#ifdef QV_HAVE_LIBRARY
+  QVStandardCtrls::RegisterQVStandardCtrls(app.GetFactory());
+#endif
+  app.SetZoom(opt.zoom);
+
+  SHostWnd host;
+  if (!host.InitFromXmlText(gallery::BuildLayout(app))) return 1;
+
+  if (to_png) {
+    host.Create();
+    app.GetClock().Advance(1000);  // let entrance animations finish
+    if (!host.SaveFramePng(SStringW::FromUtf8(opt.png))) {
+      std::fprintf(stderr, "qvgallery: could not write %s\n", opt.png.c_str());
+      return 1;
+    }
+    std::printf("qvgallery: no window shown%s; the gallery was rendered to %s\n",
+                display && *display ? "" : " (no display)", opt.png.c_str());
+    // A page that logs warnings (unknown tags, missing resources) is broken.
+    int warnings = 0;
+    for (const QVLogLine& line : app.GetLogSink().Lines()) {
+      if (line.level < QV_LOG_WARN) continue;
+      std::fprintf(stderr, "qvgallery: %s\n", line.Format().ToUtf8().c_str());
+      ++warnings;
+    }
+    return warnings ? 2 : 0;
+  }
+  return gallery::RunInWindow(app, host);
+}
