@@ -388,6 +388,18 @@ void CairoRenderTarget::FillSolidRect(LPCRECT prc, COLORREF color) {
   cairo_fill(cr_);
 }
 
+void CairoRenderTarget::ClearRect(LPCRECT prc, COLORREF color) {
+  if (!prc) return;
+  const CRect rc(prc);
+  if (rc.IsRectEmpty()) return;
+  cairo_save(cr_);
+  cairo_set_operator(cr_, CAIRO_OPERATOR_SOURCE);
+  SetSourceColor(color);
+  cairo_rectangle(cr_, rc.left, rc.top, rc.Width(), rc.Height());
+  cairo_fill(cr_);
+  cairo_restore(cr_);
+}
+
 void CairoRenderTarget::RoundRectPath(double x, double y, double w, double h, double rx, double ry) {
   rx = std::min(rx, w / 2);
   ry = std::min(ry, h / 2);

@@ -68,6 +68,7 @@ class CairoRenderTarget : public IRenderTarget {
   void DrawRectangle(LPCRECT rc) override;
   void FillRectangle(LPCRECT rc) override;
   void FillSolidRect(LPCRECT rc, COLORREF color) override;
+  void ClearRect(LPCRECT rc, COLORREF color) override;
   void DrawRoundRect(LPCRECT rc, POINT radius) override;
   void FillRoundRect(LPCRECT rc, POINT radius) override;
   void DrawEllipse(LPCRECT rc) override;

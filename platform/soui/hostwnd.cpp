@@ -370,7 +370,10 @@ IRenderTarget* SHostWnd::Render() {
   const CRect dirty = dirty_;
   dirty_.SetRectEmpty();
   frame_->PushClipRect(&dirty);
-  frame_->FillSolidRect(&dirty, RGBA(0, 0, 0, 0));
+  // Start from transparent unless the root covers everything opaquely anyway.
+  const bool opaque_root = !root_->GetBkgndSkin() && GetAValue(root_->GetStyle().colorBkgnd.Get()) == 0xFF &&
+                           root_->GetStyle().GetMargin(scale_).IsRectNull() && root_->GetAlpha() == 0xFF;
+  if (!opaque_root) frame_->ClearRect(&dirty, RGBA(0, 0, 0, 0));
   root_->RedrawRegion(frame_.get(), dirty);
   frame_->PopClip();
   ++paint_count_;

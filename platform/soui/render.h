@@ -151,6 +151,8 @@ class IRenderTarget {
   virtual void DrawRectangle(LPCRECT rc) = 0;
   virtual void FillRectangle(LPCRECT rc) = 0;
   virtual void FillSolidRect(LPCRECT rc, COLORREF color) = 0;
+  // Replaces the pixels of rc (alpha included) instead of blending over them.
+  virtual void ClearRect(LPCRECT rc, COLORREF color) = 0;
   virtual void DrawRoundRect(LPCRECT rc, POINT radius) = 0;
   virtual void FillRoundRect(LPCRECT rc, POINT radius) = 0;
   virtual void DrawEllipse(LPCRECT rc) = 0;

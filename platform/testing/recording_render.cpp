@@ -241,6 +241,10 @@ void RecordingRenderTarget::FillSolidRect(LPCRECT rc, COLORREF color) {
   if (rc) Record("FillSolidRect " + RectText(*rc) + " " + ColorText(color));
 }
 
+void RecordingRenderTarget::ClearRect(LPCRECT rc, COLORREF color) {
+  if (rc) Record("ClearRect " + RectText(*rc) + " " + ColorText(color));
+}
+
 void RecordingRenderTarget::DrawRoundRect(LPCRECT rc, POINT r) {
   if (rc)
     Record("DrawRoundRect " + RectText(*rc) + " r=(" + std::to_string(r.x) + "," + std::to_string(r.y) +

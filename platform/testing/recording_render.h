@@ -65,6 +65,7 @@ class RecordingRenderTarget : public IRenderTarget {
   void DrawRectangle(LPCRECT rc) override;
   void FillRectangle(LPCRECT rc) override;
   void FillSolidRect(LPCRECT rc, COLORREF color) override;
+  void ClearRect(LPCRECT rc, COLORREF color) override;
   void DrawRoundRect(LPCRECT rc, POINT radius) override;
   void FillRoundRect(LPCRECT rc, POINT radius) override;
   void DrawEllipse(LPCRECT rc) override;

@@ -87,6 +87,20 @@ TEST_F(PaintTest, OnlyDirtyWindowsRepaint) {
   EXPECT_EQ(host()->GetPaintCount(), painted + 1);
 }
 
+TEST_F(PaintTest, RepaintingTranslucentContentDoesNotAccumulate) {
+  CreateHostWithChildren(L"<window name='glass' pos='0,0,50,50' colorBkgnd='#FF000080'/>", 100, 100);
+  auto* frame = dynamic_cast<CairoRenderTarget*>(host()->Render());
+  ASSERT_NE(frame, nullptr);
+  const COLORREF first = frame->GetPixel(10, 10);
+  for (int i = 0; i < 3; ++i) {
+    Find(L"glass")->Invalidate();
+    host()->Render();
+  }
+  EXPECT_EQ(frame->GetPixel(10, 10), first);  // the dirty area starts clear each time
+  EXPECT_NEAR(GetAValue(first), 0x80, 2);
+  EXPECT_EQ(GetAValue(frame->GetPixel(70, 70)), 0);  // nothing painted there
+}
+
 // Small themed layouts against checked-in pictures, at 100 % and 150 %.
 class ThemedScreenshotTest : public test::UiTestBase, public ::testing::WithParamInterface<int> {
  protected:
