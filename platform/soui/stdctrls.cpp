@@ -1,5 +1,7 @@
 #include "soui/stdctrls.h"
 
+#include "soui/tabctrl.h"
+
 namespace SOUI {
 namespace {
 
@@ -160,6 +162,7 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<SImageWnd>();
   factory.RegisterWindowClass<SImageButton>();
   factory.RegisterWindowClass<SCaption>();
+  factory.RegisterWindowClass<STabCtrl>();
 }
 
 }  // namespace SOUI
