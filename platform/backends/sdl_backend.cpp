@@ -133,6 +133,10 @@ void SdlBackend::OnShow(SHostWnd* host, bool show, bool activate) {
     SDL_HideWindow(n->window);
     return;
   }
+  // Keep owned windows (dialogs, popups) above their owner, as Win32 does.
+  if (SHostWnd* owner = HostFromHwnd(host->GetOwner())) {
+    if (Native* o = Find(owner)) SDL_SetWindowModalFor(n->window, o->window);
+  }
   // Popups and tooltips must not take focus from the window they belong to.
   if (!activate) SDL_SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "1");
   SDL_ShowWindow(n->window);

@@ -318,21 +318,35 @@ class SdlDialogTest : public SdlBackendTest {
     dlg.Create(nullptr, 60, 60);
     had_window_ = sdl_->GetSdlWindow(&dlg) != nullptr;
     auto& clock = app_.GetClock();
-    const auto t = clock.SetTimer(20, [&] { act(dlg); }, false);
+    const auto t = clock.SetTimer(20, [&] {
+      owner_enabled_in_loop_ = IsWindowEnabled(owner_.m_hWnd);
+      act(dlg);
+    }, false);
     const auto guard = clock.SetTimer(kBoundMs, [&] { dlg.EndDialog(-2); }, false);
-    const int code = dlg.DoModal();
+    const int code = dlg.DoModal(owner_.m_hWnd);
     clock.KillTimer(t);
     clock.KillTimer(guard);
     return code;
   }
+  void SetUp() override {
+    SdlBackendTest::SetUp();
+    owner_.SetBackend(sdl_);  // constructed before Install made sdl_ the default
+    owner_.InitFromXmlText(L"<SOUI width='300' height='200'><root/></SOUI>");
+    owner_.Create(nullptr, 0, 0);
+    owner_.ShowWindow(SW_SHOW);
+  }
+  SHostWnd owner_;
   bool had_window_ = false;
+  bool owner_enabled_in_loop_ = true;
 };
 
 TEST_F(SdlDialogTest, APushedClickOnOkEndsDoModalWithIdOk) {
   EXPECT_EQ(RunDialog([this](SHostDialog& dlg) { PushClick(WindowId(&dlg), Center(dlg.FindChildByName(L"ok"))); }),
             IDOK);
   EXPECT_TRUE(had_window_);  // the library's own host got a real window
-  EXPECT_EQ(sdl_->WindowCount(), 0u);
+  EXPECT_FALSE(owner_enabled_in_loop_);
+  EXPECT_TRUE(IsWindowEnabled(owner_.m_hWnd));
+  EXPECT_EQ(sdl_->WindowCount(), 1u);  // the dialog's window is gone, the owner's stays
 }
 
 TEST_F(SdlDialogTest, ClosingTheWindowOrEscapeCancels) {
