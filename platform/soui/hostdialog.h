@@ -26,6 +26,8 @@ class SHostDialog : public SHostWnd {
 
   BOOL _HandleEvent(EventArgs* evt) override;
   void OnKeyEvent(UINT msg, UINT code, UINT flags = 0) override;
+  // Closing a modal dialog's window is a cancel, as in Win32.
+  void OnClose() override { EndDialog(IDCANCEL); }
 
  private:
   bool running_ = false;

@@ -72,6 +72,7 @@ SHostWnd::SHostWnd(const wchar_t* res_id) : root_(new SWindow()), res_id_(res_id
   if (app) timeline_ = std::make_unique<STimelineManager>(&app->GetClock(), app->GetFrameInterval());
   root_->SetContainer(this);
   if (app) app->AddHost(this);
+  if (app) backend_ = app->GetDefaultHostBackend();
 }
 
 SHostWnd::~SHostWnd() {

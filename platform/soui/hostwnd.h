@@ -97,6 +97,8 @@ class SHostWnd : public ISwndContainer {
   BOOL InitFromXml(pugi::xml_node soui_root);
   BOOL InitFromXmlText(const wchar_t* xml);
   BOOL DestroyWindow();
+  // The user asked the native window to close (title bar, window manager).
+  virtual void OnClose() { DestroyWindow(); }
 
   HWND m_hWnd = nullptr;
   HWND GetHostHwnd() const override { return m_hWnd; }

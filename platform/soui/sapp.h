@@ -23,6 +23,7 @@ class QVLogSink;
 namespace SOUI {
 
 class SHostWnd;
+class IHostBackend;
 
 class SApplication {
  public:
@@ -79,6 +80,10 @@ class SApplication {
   // Installed by a window backend: waits up to max_wait_ms for native events
   // and delivers them.
   void SetNativePump(std::function<void(uint32_t max_wait_ms)> pump) { native_pump_ = std::move(pump); }
+  // The backend every host created from now on starts with (null: offscreen),
+  // so that hosts the library creates itself (dialogs, toasts) get real windows.
+  void SetDefaultHostBackend(std::shared_ptr<IHostBackend> backend) { default_backend_ = std::move(backend); }
+  const std::shared_ptr<IHostBackend>& GetDefaultHostBackend() const { return default_backend_; }
 
   // The target used to measure text for layout (created on first use). Tests
   // may install a deterministic one.
@@ -100,6 +105,7 @@ class SApplication {
   uintptr_t next_hwnd_ = 0x10000;
   std::unique_ptr<IRenderTarget> measure_target_;
   std::function<void(uint32_t)> native_pump_;
+  std::shared_ptr<IHostBackend> default_backend_;
 };
 
 }  // namespace SOUI

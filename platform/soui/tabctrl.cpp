@@ -18,8 +18,8 @@ HRESULT STabPage::SetAttribute(const SStringW& name, const SStringW& value, BOOL
 STabCtrl::STabCtrl() {
   focusable_ = TRUE;
   interpolator_ = CreateInterpolator(L"Linear");
-  events_.addEvent(EVT_TAB_SELCHANGING, EventTabSelChanging::EventName());
-  events_.addEvent(EVT_TAB_SELCHANGED, EventTabSelChanged::EventName());
+  GetEventSet()->addEvent(EVT_TAB_SELCHANGING, EventTabSelChanging::EventName());
+  GetEventSet()->addEvent(EVT_TAB_SELCHANGED, EventTabSelChanged::EventName());
 }
 
 STabCtrl::~STabCtrl() = default;

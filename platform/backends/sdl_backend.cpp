@@ -1,0 +1,431 @@
+#include "backends/sdl_backend.h"
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include "backends/cairo_render.h"
+#include "soui/sapp.h"
+
+using namespace SOUI;
+
+namespace {
+
+// Decodes one UTF-8 sequence at s[i], advancing i; malformed bytes come out
+// as U+FFFD so a bad IME string cannot stall the loop.
+uint32_t NextCodePoint(const char* s, size_t len, size_t& i) {
+  const unsigned char c = static_cast<unsigned char>(s[i++]);
+  int extra = 0;
+  uint32_t cp = 0;
+  if (c < 0x80) return c;
+  if ((c & 0xE0) == 0xC0) {
+    extra = 1;
+    cp = c & 0x1F;
+  } else if ((c & 0xF0) == 0xE0) {
+    extra = 2;
+    cp = c & 0x0F;
+  } else if ((c & 0xF8) == 0xF0) {
+    extra = 3;
+    cp = c & 0x07;
+  } else {
+    return 0xFFFD;
+  }
+  for (int k = 0; k < extra; ++k) {
+    if (i >= len || (static_cast<unsigned char>(s[i]) & 0xC0) != 0x80) return 0xFFFD;
+    cp = (cp << 6) | (static_cast<unsigned char>(s[i++]) & 0x3F);
+  }
+  return cp;
+}
+
+}  // namespace
+
+bool SdlBackend::Init() {
+  // The software renderer draws straight into the X11 framebuffer: no GPU,
+  // identical pixels under Xvfb and on a desktop.
+  SDL_SetHint(SDL_HINT_RENDER_DRIVER, "software");
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
+  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  // A click on an inactive window is a click, as on Windows.
+  SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+  SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
+  if (SDL_Init(SDL_INIT_VIDEO) != 0) {
+    std::fprintf(stderr,
+                 "SdlBackend: cannot open a display (%s). Set DISPLAY or run under xvfb-run.\n",
+                 SDL_GetError());
+    return false;
+  }
+  return true;
+}
+
+void SdlBackend::Shutdown() { SDL_Quit(); }
+
+SdlBackend::~SdlBackend() {
+  // After SDL_Quit the windows (and their renderers) are already gone.
+  const bool sdl_up = SDL_WasInit(SDL_INIT_VIDEO) != 0;
+  for (auto& w : windows_) {
+    if (!sdl_up) continue;
+    if (w.second.texture) SDL_DestroyTexture(w.second.texture);
+    if (w.second.renderer) SDL_DestroyRenderer(w.second.renderer);
+    if (w.second.window) SDL_DestroyWindow(w.second.window);
+  }
+}
+
+SdlBackend::Native* SdlBackend::Find(SHostWnd* host) {
+  auto it = windows_.find(host);
+  return it == windows_.end() ? nullptr : &it->second;
+}
+
+SDL_Window* SdlBackend::GetSdlWindow(SHostWnd* host) const {
+  auto it = windows_.find(host);
+  return it == windows_.end() ? nullptr : it->second.window;
+}
+
+SHostWnd* SdlBackend::HostFromWindowId(uint32_t window_id) const {
+  auto it = by_id_.find(window_id);
+  return it == by_id_.end() ? nullptr : it->second;
+}
+
+// ---- IHostBackend -----------------------------------------------------------
+
+void SdlBackend::OnCreate(SHostWnd* host) {
+  if (Find(host)) return;
+  Uint32 flags = SDL_WINDOW_HIDDEN;
+  if (host->GetHostAttr().resizable) flags |= SDL_WINDOW_RESIZABLE;
+  if (host->GetHostAttr().tool_window) flags |= SDL_WINDOW_SKIP_TASKBAR;
+  const CRect rc = host->GetWindowRect();
+  // The host sizes itself right after creation; SDL needs a non-empty window now.
+  SDL_Window* win = SDL_CreateWindow(host->GetWindowText().ToUtf8().c_str(), rc.left, rc.top,
+                                     std::max<int>(rc.Width(), 1), std::max<int>(rc.Height(), 1), flags);
+  if (!win) {
+    std::fprintf(stderr, "SdlBackend: SDL_CreateWindow failed: %s\n", SDL_GetError());
+    return;
+  }
+  SDL_Renderer* renderer = SDL_CreateRenderer(win, -1, SDL_RENDERER_SOFTWARE);
+  if (!renderer) {
+    std::fprintf(stderr, "SdlBackend: SDL_CreateRenderer failed: %s\n", SDL_GetError());
+    SDL_DestroyWindow(win);
+    return;
+  }
+  Native n;
+  n.window = win;
+  n.renderer = renderer;
+  windows_[host] = n;
+  by_id_[SDL_GetWindowID(win)] = host;
+}
+
+void SdlBackend::OnDestroy(SHostWnd* host) {
+  Native* n = Find(host);
+  if (!n) return;
+  by_id_.erase(SDL_GetWindowID(n->window));
+  if (n->texture) SDL_DestroyTexture(n->texture);
+  SDL_DestroyRenderer(n->renderer);
+  SDL_DestroyWindow(n->window);
+  windows_.erase(host);
+}
+
+void SdlBackend::OnShow(SHostWnd* host, bool show, bool activate) {
+  Native* n = Find(host);
+  if (!n) return;
+  n->shown = show;
+  if (!show) {
+    SDL_HideWindow(n->window);
+    return;
+  }
+  // Keep owned windows (dialogs, popups) above their owner, as Win32 does.
+  if (SHostWnd* owner = HostFromHwnd(host->GetOwner())) {
+    if (Native* o = Find(owner)) SDL_SetWindowModalFor(n->window, o->window);
+  }
+  // Popups and tooltips must not take focus from the window they belong to.
+  if (!activate) SDL_SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "1");
+  SDL_ShowWindow(n->window);
+  if (!activate) SDL_SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "0");
+  else SDL_RaiseWindow(n->window);
+  if (n->texture) Present(*n);
+}
+
+void SdlBackend::OnMove(SHostWnd* host, const CRect& rc) {
+  Native* n = Find(host);
+  if (!n) return;
+  int x = 0, y = 0, w = 0, h = 0;
+  SDL_GetWindowPosition(n->window, &x, &y);
+  SDL_GetWindowSize(n->window, &w, &h);
+  // Compare first: a resize reported by SDL comes back here through the host.
+  if (x != rc.left || y != rc.top) SDL_SetWindowPosition(n->window, rc.left, rc.top);
+  const int cw = std::max<int>(rc.Width(), 1), ch = std::max<int>(rc.Height(), 1);
+  if (w != cw || h != ch) SDL_SetWindowSize(n->window, cw, ch);
+}
+
+void SdlBackend::OnTitle(SHostWnd* host, const SStringW& title) {
+  if (Native* n = Find(host)) SDL_SetWindowTitle(n->window, title.ToUtf8().c_str());
+}
+
+void SdlBackend::OnFrame(SHostWnd* host) {
+  Native* n = Find(host);
+  auto* frame = dynamic_cast<CairoRenderTarget*>(host->GetFrame());
+  if (!n || !frame || !frame->Surface()) return;
+  cairo_surface_t* surface = frame->Surface();
+  cairo_surface_flush(surface);
+  const int w = cairo_image_surface_get_width(surface), h = cairo_image_surface_get_height(surface);
+  if (w <= 0 || h <= 0) return;
+  if (!n->texture || n->tex_w != w || n->tex_h != h) {
+    if (n->texture) SDL_DestroyTexture(n->texture);
+    n->texture = SDL_CreateTexture(n->renderer, SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_STREAMING, w, h);
+    if (!n->texture) {
+      std::fprintf(stderr, "SdlBackend: SDL_CreateTexture failed: %s\n", SDL_GetError());
+      return;
+    }
+    // Cairo's ARGB32 is ARGB8888 in native order; copy it as is (premultiplied
+    // colour over black is what an opaque window shows).
+    SDL_SetTextureBlendMode(n->texture, SDL_BLENDMODE_NONE);
+    n->tex_w = w;
+    n->tex_h = h;
+  }
+  SDL_UpdateTexture(n->texture, nullptr, cairo_image_surface_get_data(surface),
+                    cairo_image_surface_get_stride(surface));
+  if (n->shown) Present(*n);
+}
+
+void SdlBackend::Present(Native& n) {
+  SDL_SetRenderDrawColor(n.renderer, 0, 0, 0, 255);
+  SDL_RenderClear(n.renderer);
+  const SDL_Rect dst{0, 0, n.tex_w, n.tex_h};
+  SDL_RenderCopy(n.renderer, n.texture, nullptr, &dst);
+  SDL_RenderPresent(n.renderer);
+}
+
+// ---- loop ---------------------------------------------------------------------
+
+void SdlBackend::Install(SApplication& app) {
+  std::weak_ptr<SdlBackend> weak = weak_from_this();
+  app.SetNativePump([weak](uint32_t max_wait_ms) {
+    if (auto self = weak.lock()) self->PumpEvents(max_wait_ms);
+  });
+  if (auto self = weak.lock()) app.SetDefaultHostBackend(self);
+}
+
+void SdlBackend::RenderDirtyHosts() {
+  std::vector<SHostWnd*> hosts;
+  for (auto& w : windows_) hosts.push_back(w.first);
+  for (SHostWnd* host : hosts) {
+    // Painting one host may destroy another (a handler closing a popup).
+    if (!Find(host) || !host->IsWindowVisible() || host->GetDirtyRect().IsRectEmpty()) continue;
+    host->Render();
+  }
+}
+
+void SdlBackend::PumpEvents(uint32_t max_wait_ms) {
+  RenderDirtyHosts();
+  SDL_Event e;
+  const int got = max_wait_ms == 0 ? SDL_PollEvent(&e)
+                                   : SDL_WaitEventTimeout(&e, static_cast<int>(max_wait_ms));
+  if (got) {
+    Dispatch(e);
+    while (SDL_PollEvent(&e)) Dispatch(e);
+  }
+  RenderDirtyHosts();
+}
+
+int SdlBackend::RunMainLoop(SApplication& app, const std::function<bool()>& done) {
+  bool had_visible = false;
+  while (!done()) {
+    bool any_visible = false;
+    for (auto& w : windows_) any_visible = any_visible || w.first->IsWindowVisible();
+    if (any_visible) had_visible = true;
+    else if (had_visible) break;
+    SClock& clock = app.GetClock();
+    const uint64_t now = clock.Now(), next = clock.NextDue();
+    const uint64_t wait = next == UINT64_MAX ? 50 : (next > now ? next - now : 0);
+    PumpEvents(static_cast<uint32_t>(std::min<uint64_t>(wait, 50)));
+    clock.RunDue();
+  }
+  RenderDirtyHosts();
+  return 0;
+}
+
+// ---- event translation -----------------------------------------------------------
+
+UINT SdlBackend::MouseFlags(uint32_t button_state) {
+  UINT flags = 0;
+  if (button_state & SDL_BUTTON_LMASK) flags |= MK_LBUTTON;
+  if (button_state & SDL_BUTTON_RMASK) flags |= MK_RBUTTON;
+  if (button_state & SDL_BUTTON_MMASK) flags |= MK_MBUTTON;
+  const SDL_Keymod mod = SDL_GetModState();
+  if (mod & KMOD_SHIFT) flags |= MK_SHIFT;
+  if (mod & KMOD_CTRL) flags |= MK_CONTROL;
+  return flags;
+}
+
+UINT SdlBackend::VirtualKeyFromSdl(SDL_Keycode key) {
+  // Letters map to their upper case, digits to themselves, as virtual keys do.
+  if (key >= SDLK_a && key <= SDLK_z) return static_cast<UINT>('A' + (key - SDLK_a));
+  if (key >= SDLK_0 && key <= SDLK_9) return static_cast<UINT>('0' + (key - SDLK_0));
+  switch (key) {
+    case SDLK_RETURN:
+    case SDLK_KP_ENTER: return VK_RETURN;
+    case SDLK_ESCAPE: return VK_ESCAPE;
+    case SDLK_SPACE: return VK_SPACE;
+    case SDLK_TAB: return VK_TAB;
+    case SDLK_BACKSPACE: return VK_BACK;
+    case SDLK_LEFT: return VK_LEFT;
+    case SDLK_RIGHT: return VK_RIGHT;
+    case SDLK_UP: return VK_UP;
+    case SDLK_DOWN: return VK_DOWN;
+    case SDLK_HOME: return VK_HOME;
+    case SDLK_END: return VK_END;
+    case SDLK_DELETE: return VK_DELETE;
+    case SDLK_LSHIFT:
+    case SDLK_RSHIFT: return VK_SHIFT;
+    case SDLK_LCTRL:
+    case SDLK_RCTRL: return VK_CONTROL;
+    default: return 0;
+  }
+}
+
+void SdlBackend::Dispatch(const SDL_Event& e) {
+  switch (e.type) {
+    case SDL_MOUSEMOTION: {
+      if (SHostWnd* host = HostFromWindowId(e.motion.windowID)) {
+        host->OnMouseEvent(WM_MOUSEMOVE, MouseFlags(e.motion.state), CPoint(e.motion.x, e.motion.y));
+      }
+      break;
+    }
+    case SDL_MOUSEBUTTONDOWN:
+    case SDL_MOUSEBUTTONUP: {
+      SHostWnd* host = HostFromWindowId(e.button.windowID);
+      if (!host) break;
+      const bool down = e.type == SDL_MOUSEBUTTONDOWN;
+      UINT msg = 0, mk = 0;
+      switch (e.button.button) {
+        case SDL_BUTTON_LEFT:
+          // Windows reports the second press of a double click as DBLCLK.
+          msg = down ? (e.button.clicks == 2 ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN) : WM_LBUTTONUP;
+          mk = MK_LBUTTON;
+          break;
+        case SDL_BUTTON_RIGHT:
+          msg = down ? WM_RBUTTONDOWN : WM_RBUTTONUP;
+          mk = MK_RBUTTON;
+          break;
+        case SDL_BUTTON_MIDDLE:
+          msg = down ? WM_MBUTTONDOWN : WM_MBUTTONUP;
+          mk = MK_MBUTTON;
+          break;
+        default:
+          return;
+      }
+      // Injected events leave SDL's own button state alone: add/remove ours.
+      UINT flags = MouseFlags(SDL_GetMouseState(nullptr, nullptr));
+      flags = down ? (flags | mk) : (flags & ~mk);
+      host->OnMouseEvent(msg, flags, CPoint(e.button.x, e.button.y));
+      break;
+    }
+    case SDL_MOUSEWHEEL: {
+      SHostWnd* host = HostFromWindowId(e.wheel.windowID);
+      if (!host || e.wheel.y == 0) break;
+      int notches = e.wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -e.wheel.y : e.wheel.y;
+      notches = std::clamp(notches, -273, 273);  // keeps delta within a short
+      host->OnMouseEvent(WM_MOUSEWHEEL, MouseFlags(SDL_GetMouseState(nullptr, nullptr)),
+                         CPoint(e.wheel.mouseX, e.wheel.mouseY), static_cast<short>(notches * 120));
+      break;
+    }
+    case SDL_KEYDOWN:
+    case SDL_KEYUP: {
+      SHostWnd* host = HostFromWindowId(e.key.windowID);
+      const UINT vk = VirtualKeyFromSdl(e.key.keysym.sym);
+      if (!host || !vk) break;
+      const bool down = e.type == SDL_KEYDOWN;
+      // High word of a key message's lParam: previous state, transition, Alt.
+      UINT flags = down ? (e.key.repeat ? 0x4000u : 0u) : 0xC000u;
+      if (e.key.keysym.mod & KMOD_ALT) flags |= 0x2000;
+      host->OnKeyEvent(down ? WM_KEYDOWN : WM_KEYUP, vk, flags);
+      // SDL sends no text for these keys; Windows' TranslateMessage sends
+      // their control characters, which edits rely on.
+      if (down && !(e.key.keysym.mod & (KMOD_CTRL | KMOD_ALT))) {
+        UINT ch = 0;
+        if (vk == VK_RETURN) ch = '\r';
+        else if (vk == VK_BACK) ch = 0x08;
+        else if (vk == VK_TAB) ch = '\t';
+        else if (vk == VK_ESCAPE) ch = 0x1B;
+        // The key handler may have closed the window.
+        if (ch && (host = HostFromWindowId(e.key.windowID))) host->OnKeyEvent(WM_CHAR, ch, flags);
+      }
+      break;
+    }
+    case SDL_TEXTINPUT: {
+      const char* text = e.text.text;
+      const size_t len = SDL_strlen(text);
+      for (size_t i = 0; i < len;) {
+        const uint32_t cp = NextCodePoint(text, len, i);
+        SHostWnd* host = HostFromWindowId(e.text.windowID);
+        if (!host) break;
+        host->OnKeyEvent(WM_CHAR, cp, 0);
+      }
+      break;
+    }
+    case SDL_WINDOWEVENT: {
+      if (SHostWnd* host = HostFromWindowId(e.window.windowID)) DispatchWindowEvent(host, e.window);
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+void SdlBackend::DispatchWindowEvent(SHostWnd* host, const SDL_WindowEvent& e) {
+  switch (e.event) {
+    case SDL_WINDOWEVENT_CLOSE:
+      host->OnClose();
+      break;
+    case SDL_WINDOWEVENT_RESIZED: {
+      // Only changes made outside our calls (user, window manager) arrive here.
+      const CRect rc = host->GetWindowRect();
+      if (e.data1 != rc.Width() || e.data2 != rc.Height()) {
+        host->SetWindowPos(nullptr, 0, 0, e.data1, e.data2, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+      }
+      break;
+    }
+    case SDL_WINDOWEVENT_MOVED: {
+      const CRect rc = host->GetWindowRect();
+      if (e.data1 != rc.left || e.data2 != rc.top) {
+        host->SetWindowPos(nullptr, e.data1, e.data2, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+      }
+      break;
+    }
+    case SDL_WINDOWEVENT_EXPOSED:
+    case SDL_WINDOWEVENT_SIZE_CHANGED:
+      if (Native* n = Find(host)) {
+        if (n->texture && n->shown) Present(*n);
+      }
+      break;
+    case SDL_WINDOWEVENT_LEAVE:
+      host->OnMouseEvent(WM_MOUSELEAVE, 0, CPoint(-1, -1));
+      break;
+    default:
+      break;
+  }
+}
+
+// ---- capture --------------------------------------------------------------------
+
+bool SdlBackend::CaptureWindow(SHostWnd* host, const std::string& png_path) {
+  Native* n = Find(host);
+  if (!n) return false;
+  int w = 0, h = 0;
+  if (SDL_GetRendererOutputSize(n->renderer, &w, &h) != 0 || w <= 0 || h <= 0) return false;
+  cairo_surface_t* out = cairo_image_surface_create(CAIRO_FORMAT_RGB24, w, h);
+  if (cairo_surface_status(out) != CAIRO_STATUS_SUCCESS) {
+    cairo_surface_destroy(out);
+    return false;
+  }
+  cairo_surface_flush(out);
+  // RGB24 is ARGB8888 with the alpha byte ignored.
+  const bool read = SDL_RenderReadPixels(n->renderer, nullptr, SDL_PIXELFORMAT_ARGB8888,
+                                         cairo_image_surface_get_data(out),
+                                         cairo_image_surface_get_stride(out)) == 0;
+  cairo_surface_mark_dirty(out);
+  const bool ok = read && cairo_surface_write_to_png(out, png_path.c_str()) == CAIRO_STATUS_SUCCESS;
+  if (!read) std::fprintf(stderr, "SdlBackend: reading the window failed: %s\n", SDL_GetError());
+  cairo_surface_destroy(out);
+  return ok;
+}

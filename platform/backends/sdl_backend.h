@@ -1,0 +1,91 @@
+// SdlBackend: one real SDL2 window per host window.
+//
+// The host stays the owner of everything DirectUI: the backend only mirrors
+// its placement, visibility and title onto an SDL window, shows its frames
+// (through SDL's software renderer, which needs no GPU and works under Xvfb)
+// and turns SDL events into the host's OnMouseEvent/OnKeyEvent calls, the
+// same entry points the tests' event generator uses.
+//
+// Typical use:
+//   if (!SdlBackend::Init()) return 1;
+//   SApplication app(SApplication::Options{.manual_clock = false});
+//   auto sdl = std::make_shared<SdlBackend>();
+//   sdl->Install(app);               // native pump + default host backend
+//   ... create and show hosts ...
+//   sdl->RunMainLoop(app, [] { return false; });
+#pragma once
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "soui/hostwnd.h"
+
+namespace SOUI {
+class SApplication;
+}
+
+class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_this<SdlBackend> {
+ public:
+  // SDL video subsystem. Init prints why and returns false when there is no
+  // display to open.
+  static bool Init();
+  static void Shutdown();
+
+  SdlBackend() = default;
+  ~SdlBackend() override;
+  SdlBackend(const SdlBackend&) = delete;
+  SdlBackend& operator=(const SdlBackend&) = delete;
+
+  // ---- IHostBackend ----
+  void OnCreate(SOUI::SHostWnd* host) override;
+  void OnDestroy(SOUI::SHostWnd* host) override;
+  void OnShow(SOUI::SHostWnd* host, bool show, bool activate) override;
+  void OnMove(SOUI::SHostWnd* host, const SOUI::CRect& rc) override;
+  void OnTitle(SOUI::SHostWnd* host, const SOUI::SStringW& title) override;
+  void OnFrame(SOUI::SHostWnd* host) override;
+
+  // Makes the application's nested loops pump SDL events and makes this the
+  // backend of every host created afterwards. The backend must be owned by a
+  // shared_ptr.
+  void Install(SOUI::SApplication& app);
+  // Renders dirty hosts, waits up to max_wait_ms for SDL events, delivers all
+  // that are queued, and renders again.
+  void PumpEvents(uint32_t max_wait_ms);
+  // Pumps events, runs due clock timers and paints until done() is true or
+  // the last visible window has gone (after at least one was shown).
+  int RunMainLoop(SOUI::SApplication& app, const std::function<bool()>& done);
+  // Repaints every visible host with a non-empty dirty rect.
+  void RenderDirtyHosts();
+
+  // Writes what the host's window shows as PNG. False if it has no window.
+  bool CaptureWindow(SOUI::SHostWnd* host, const std::string& png_path);
+
+  SDL_Window* GetSdlWindow(SOUI::SHostWnd* host) const;
+  SOUI::SHostWnd* HostFromWindowId(uint32_t window_id) const;
+  size_t WindowCount() const { return windows_.size(); }
+
+  // Maps an SDL key to its virtual-key code; 0 for keys we do not map.
+  static UINT VirtualKeyFromSdl(SDL_Keycode key);
+
+ private:
+  struct Native {
+    SDL_Window* window = nullptr;
+    SDL_Renderer* renderer = nullptr;
+    SDL_Texture* texture = nullptr;
+    int tex_w = 0, tex_h = 0;
+    bool shown = false;
+  };
+  Native* Find(SOUI::SHostWnd* host);
+  void Present(Native& n);
+  void Dispatch(const SDL_Event& e);
+  void DispatchWindowEvent(SOUI::SHostWnd* host, const SDL_WindowEvent& e);
+  static UINT MouseFlags(uint32_t button_state);
+
+  std::map<SOUI::SHostWnd*, Native> windows_;
+  std::map<uint32_t, SOUI::SHostWnd*> by_id_;
+};
