@@ -1,6 +1,8 @@
 // Pieces of the gallery host: theme loading, the page layout, the window loop.
 #pragma once
 
+#include <string>
+
 #include "soui/hostwnd.h"
 #include "soui/sapp.h"
 
@@ -14,7 +16,17 @@ bool LoadTheme(SOUI::SApplication& app, bool dark);
 // layout: a header and one card per page.
 SOUI::SStringW BuildLayout(SOUI::SApplication& app);
 
-// Shows the host in a real window and runs until it is closed.
-int RunInWindow(SOUI::SApplication& app, SOUI::SHostWnd& host);
+struct WindowOptions {
+  std::string screenshot;  // captured from the real window before closing
+  int exit_after_ms = 0;   // 0: run until the window is closed
+};
+
+// Opens the real-window backend; false when there is no display. Must run
+// before the host is constructed.
+bool StartWindowBackend(SOUI::SApplication& app);
+
+// Shows the host in a real window and runs until it is closed (or the time
+// in opt passes).
+int RunInWindow(SOUI::SApplication& app, SOUI::SHostWnd& host, const WindowOptions& opt);
 
 }  // namespace gallery

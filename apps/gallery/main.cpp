@@ -4,6 +4,7 @@
 // rendered to a PNG.
 //
 //   qvgallery [--png FILE] [--zoom 100|125|150|200] [--dark]
+//             [--screenshot FILE] [--exit-after MS]   (window mode, for CI)
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -26,6 +27,7 @@ struct Options {
   std::string png;
   int zoom = 100;
   bool dark = false;
+  gallery::WindowOptions window;
 };
 
 Options ParseArgs(int argc, char** argv) {
@@ -34,6 +36,8 @@ Options ParseArgs(int argc, char** argv) {
     if (!std::strcmp(argv[i], "--png") && i + 1 < argc) o.png = argv[++i];
     else if (!std::strcmp(argv[i], "--zoom") && i + 1 < argc) o.zoom = std::atoi(argv[++i]);
     else if (!std::strcmp(argv[i], "--dark")) o.dark = true;
+    else if (!std::strcmp(argv[i], "--screenshot") && i + 1 < argc) o.window.screenshot = argv[++i];
+    else if (!std::strcmp(argv[i], "--exit-after") && i + 1 < argc) o.window.exit_after_ms = std::atoi(argv[++i]);
     else std::fprintf(stderr, "qvgallery: ignoring unknown argument %s\n", argv[i]);
   }
   if (o.zoom != 100 && o.zoom != 125 && o.zoom != 150 && o.zoom != 200) o.zoom = 100;
@@ -45,12 +49,13 @@ Options ParseArgs(int argc, char** argv) {
 int main(int argc, char** argv) {
   Options opt = ParseArgs(argc, argv);
   const char* display = std::getenv("DISPLAY");
-  const bool to_png = !opt.png.empty() || !display || !*display;
-  if (to_png && opt.png.empty()) opt.png = "qvgallery.png";
+  bool to_png = !opt.png.empty() || !display || !*display;
 
   SApplication::Options app_options;
   app_options.manual_clock = to_png;
   SApplication app(app_options);
+  if (!to_png && !gallery::StartWindowBackend(app)) to_png = true;  // no usable display
+  if (to_png && opt.png.empty()) opt.png = "qvgallery.png";
   if (!gallery::LoadTheme(app, opt.dark)) return 1;
 #ifdef QV_HAVE_LIBRARY
   QVStandardCtrls::RegisterQVStandardCtrls(app.GetFactory());
@@ -78,5 +83,5 @@ int main(int argc, char** argv) {
     }
     return warnings ? 2 : 0;
   }
-  return gallery::RunInWindow(app, host);
+  return gallery::RunInWindow(app, host, opt.window);
 }
