@@ -63,6 +63,8 @@ class STabCtrl : public SWindow, public ITimelineHandler {
   // Inserts a page built from XML (a <page> element) at index (-1: end).
   // Returns its index, or -1 when the XML is not a page.
   int InsertItem(const SStringW& page_xml, int index = -1);
+  // Removing the selected page selects the next one (the previous one when
+  // it was the last), as a browser's tab strip does; no events are fired.
   BOOL RemoveItem(int index);
   bool IsAnimating() const { return anim_step_ >= 0; }
 
