@@ -9,8 +9,8 @@
 //     return QVDispatchAttribute<CQVFoo, SWindow>(this, kAttrs, &kAdmitted, n, v, loading);
 //   }
 //
-//   name matches a table entry (any case) -> handler, then SWindow::AfterAttribute
-//                                            (or, for a chained entry, Base::SetAttribute)
+//   name matches a table entry (any case) -> handler, [Base::SetAttribute for a
+//                                            chained entry,] then SWindow::AfterAttribute
 //   name in the admitted set (exact case) -> Base::SetAttribute
 //   structural name (identity, text, placement, state) -> Base::SetAttribute
 //   anything else                          -> dropped, S_OK
@@ -36,8 +36,9 @@ template <class T>
 struct QVAttrEntry {
   const wchar_t* name;
   HRESULT (T::*handler)(const SOUI::SStringW& value, BOOL loading);
-  // The base class sees the attribute too after the handler ran (its result
-  // is then the answer); a failing handler stops it there.
+  // The base class sees the attribute too after the handler ran. The
+  // handler's result stays the answer unless the base rejects the value; a
+  // failing handler stops before the base.
   bool chain_to_base = false;
 };
 
@@ -58,7 +59,8 @@ HRESULT QVDispatchAttribute(T* self, const QVAttrEntry<T> (&table)[N], const QVA
     const HRESULT hr = (self->*e.handler)(value, loading);
     if (e.chain_to_base) {
       if (hr < 0) return hr;
-      return self->Base::SetAttribute(name, value, loading);
+      const HRESULT base_hr = self->Base::SetAttribute(name, value, loading);
+      if (base_hr < 0) return base_hr;
     }
     return self->SOUI::SWindow::AfterAttribute(name, value, loading, hr);
   }

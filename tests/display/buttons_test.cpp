@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -351,6 +354,12 @@ TEST_F(ButtonsTest, SwitchIconSetAtRunTimeRelaysAContentSizedSwitch) {
   EXPECT_TRUE(s->IsLayoutDirty());
   Layout();
   EXPECT_EQ(s->GetWindowRect(), CRect(0, 0, 28, 10));
+  // While loading an icon only lands; there is nothing to refresh yet.
+  EXPECT_EQ(s->SetAttribute(L"open_icon", L"test_close", TRUE), S_FALSE);
+  // The open attribute at run time shows the other icon at once.
+  host()->Render();
+  EXPECT_EQ(s->SetAttribute(L"open", L"1", FALSE), S_OK);
+  EXPECT_FALSE(host()->GetDirtyRect().IsRectEmpty());
 }
 
 // ---- the rendered look ------------------------------------------------------------------------
@@ -377,6 +386,34 @@ TEST_F(ButtonsTest, EveryKindInEveryStateLooksAsItsReference) {
   host()->Render();
   const std::string ref = QV_SOURCE_DIR "/tests/data/qv_buttons_states.png";
   EXPECT_TRUE(SOUI::MatchesReferencePng(*dynamic_cast<SOUI::CairoRenderTarget*>(host()->GetFrame()), ref, 16, 0.01));
+}
+
+}  // namespace
+}  // namespace QVStandardCtrls
+
+namespace QVStandardCtrls {
+namespace {
+
+// The gallery's buttons page builds with nothing left out.
+TEST_F(ButtonsTest, GalleryPageCreatesEveryControl) {
+  std::ifstream in(QV_SOURCE_DIR "/apps/gallery/pages/buttons.xml");
+  const std::string page((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  ASSERT_FALSE(page.empty());
+  CreateHostWithChildren(SStringW::FromUtf8(page), 1000, 480);
+  EXPECT_FALSE(LogContains(L"qv_"));
+  // Every code enabled and disabled.
+  for (const auto& kv : QVButtonStyles()) {
+    SStringW name = SStringW(L"btn_") + kv.first;
+    name.MakeLower();
+    auto* on = Find<CQVButton>(name);
+    auto* off = Find<CQVButton>(name + L"_off");
+    ASSERT_NE(on, nullptr) << name.ToUtf8();
+    ASSERT_NE(off, nullptr) << name.ToUtf8();
+    EXPECT_EQ(on->GetAppliedStyle(), kv.second);
+    EXPECT_TRUE(off->IsDisabled());
+  }
+  EXPECT_TRUE(Find<QVSwitchButton>(L"switch_open")->GetIsOpen());
+  if (const char* out = std::getenv("QV_GALLERY_PNG")) host()->SaveFramePng(SStringW::FromUtf8(out));
 }
 
 }  // namespace
