@@ -1,0 +1,108 @@
+#include "framework/attr_dispatch.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "soui/sapp.h"
+
+namespace QVStandardCtrls {
+namespace {
+
+using SOUI::SStringW;
+
+// Stands for a toolkit base: writes down what reaches it.
+class RecordingBase : public SOUI::SWindow {
+ public:
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    reached.push_back(name);
+    if (value == L"bad") return E_FAIL;
+    // A library base that keeps "shared" for itself.
+    if (name.CompareNoCase(L"shared") == 0) return S_FALSE;
+    return SOUI::SWindow::SetAttribute(name, value, loading);
+  }
+  std::vector<SStringW> reached;
+};
+
+class Dispatching : public RecordingBase {
+ public:
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    static const QVAttrEntry<Dispatching> kAttrs[] = {
+        {L"own", &Dispatching::OnAttrOwn},
+        {L"shared", &Dispatching::OnAttrShared, true},
+    };
+    static const QVAdmittedAttrs kAdmitted = {L"skin", L"colorBkgnd"};
+    return QVDispatchAttribute<Dispatching, RecordingBase>(this, kAttrs, &kAdmitted, name, value, loading);
+  }
+  HRESULT OnAttrOwn(const SStringW& value, BOOL) {
+    handled.push_back(L"own=" + value);
+    return value == L"reject" ? E_FAIL : S_FALSE;
+  }
+  HRESULT OnAttrShared(const SStringW& value, BOOL) {
+    handled.push_back(L"shared=" + value);
+    return value == L"reject" ? E_FAIL : S_OK;
+  }
+  std::vector<SStringW> handled;
+};
+
+struct DispatchRow {
+  const char* name;
+  const wchar_t* attr;
+  const wchar_t* value;
+  HRESULT result;
+  int handler_calls;
+  bool reaches_base;
+  bool remembered;  // went through the after-attribute step
+};
+
+class AttrDispatch : public ::testing::TestWithParam<DispatchRow> {
+ protected:
+  SOUI::SApplication app_;
+};
+
+TEST_P(AttrDispatch, RoutesByTableAdmittedSetOrDrops) {
+  const DispatchRow& row = GetParam();
+  Dispatching d;
+  EXPECT_EQ(d.SetAttribute(row.attr, row.value, FALSE), row.result);
+  EXPECT_EQ(static_cast<int>(d.handled.size()), row.handler_calls);
+  EXPECT_EQ(!d.reached.empty(), row.reaches_base);
+  EXPECT_EQ(d.GetAttribute(row.attr) == row.value, row.remembered);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, AttrDispatch,
+    ::testing::Values(
+        // Handlers match in any case and never reach the base unless chained.
+        DispatchRow{"own", L"own", L"1", S_FALSE, 1, false, true},
+        DispatchRow{"own_upper", L"OWN", L"1", S_FALSE, 1, false, true},
+        DispatchRow{"own_rejected", L"own", L"reject", E_FAIL, 1, false, false},
+        DispatchRow{"chained", L"Shared", L"1", S_OK, 1, true, true},
+        DispatchRow{"chained_handler_fails", L"shared", L"reject", E_FAIL, 1, false, false},
+        DispatchRow{"chained_base_fails", L"shared", L"bad", E_FAIL, 1, true, false},
+        // The admitted set is case-sensitive.
+        DispatchRow{"admitted", L"colorBkgnd", L"#FF0000", S_OK, 0, true, true},
+        DispatchRow{"admitted_wrong_case", L"colorbkgnd", L"#FF0000", S_OK, 0, false, false},
+        // Identity and placement always go through, in any case.
+        DispatchRow{"structural", L"NAME", L"x", S_FALSE, 0, true, true},
+        DispatchRow{"structural_pos", L"pos", L"1,2", S_FALSE, 0, true, true},
+        // Everything else is dropped with success.
+        DispatchRow{"dropped_look", L"colorText", L"#FF0000", S_OK, 0, false, false},
+        DispatchRow{"dropped_unknown", L"whatever", L"1", S_OK, 0, false, false}),
+    [](const ::testing::TestParamInfo<DispatchRow>& info) { return std::string(info.param.name); });
+
+struct BoolRow {
+  const wchar_t* text;
+  bool value;
+};
+
+class QVBool : public ::testing::TestWithParam<BoolRow> {};
+
+TEST_P(QVBool, OnlyZeroAndFalseInAnyCaseAreFalse) { EXPECT_EQ(QVParseBool(GetParam().text), GetParam().value); }
+
+INSTANTIATE_TEST_SUITE_P(Texts, QVBool,
+                         ::testing::Values(BoolRow{L"0", false}, BoolRow{L"false", false}, BoolRow{L"FALSE", false},
+                                           BoolRow{L"False", false}, BoolRow{L"1", true}, BoolRow{L"no", true},
+                                           BoolRow{L"", true}, BoolRow{L"00", true}, BoolRow{L" false", true}));
+
+}  // namespace
+}  // namespace QVStandardCtrls
