@@ -72,7 +72,7 @@ bool LoadTheme(SApplication& app, bool dark) {
 SStringW BuildLayout(SApplication& app) {
   // Cards stack under a header; each card is a page layout included in place.
   std::ostringstream xml;
-  xml << "<SOUI title='QVStandardCtrls gallery' width='980dp' height='-1'>"
+  xml << "<SOUI title='QVStandardCtrls gallery' width='1120dp' height='-1'>"
          "<root colorBkgnd='@color\\style_gallery\\bg' padding='0,0,0,20dp'>"
          "<window name='header' pos='0,0,-0,@56dp' colorBkgnd='#1F2329'>"
          "<img pos='20dp,|0' offset='0,-0.5' skin='skin_basewnd_img_qvtx'/>"

@@ -396,7 +396,7 @@ namespace {
 
 // The gallery's buttons page builds with nothing left out.
 TEST_F(ButtonsTest, GalleryPageCreatesEveryControl) {
-  std::ifstream in(QV_SOURCE_DIR "/apps/gallery/pages/buttons.xml");
+  std::ifstream in(QV_SOURCE_DIR "/apps/gallery/pages/01_buttons.xml");
   const std::string page((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
   ASSERT_FALSE(page.empty());
   CreateHostWithChildren(SStringW::FromUtf8(page), 1000, 480);
