@@ -324,14 +324,12 @@ void SHostWnd::OnKeyEvent(UINT msg, UINT code, UINT flags) {
 
 void SHostWnd::SetScale(int scale) {
   if (scale <= 0 || scale == scale_) return;
-  const CRect old = rect_;
   scale_ = scale;
   root_->OnScaleChanged(scale);
   root_->RequestRelayout();
   frame_.reset();
   // Sizes given in dp follow the zoom; content-sized hosts re-measure.
   if (created_) ApplyInitialSize(0, 0);
-  (void)old;
   OnInvalidate(GetClientRect());
 }
 
