@@ -49,6 +49,11 @@ bool FindQVRiseFallArrowSize(const SStringW& code, QVRiseFallArrowSize* out) {
 
 CQVRedGreenStatic::CQVRedGreenStatic()
     : rise_ref_(kQVColorRise), fall_ref_(kQVColorFall), stable_ref_(kQVColorStable) {
+  // A label that is only ever given "current" must still show the user's
+  // convention, so it is read once here as well as on every "compare".
+  UpdateRiseFallColor();
+  // Both values start at 0: a fresh label is stable.
+  ResetColorText();
   // Without an application there is no dispatch; such a label simply keeps
   // the convention it was built with.
   if (IMessageDispatch* dispatch = GetMsgDispatch()) {
