@@ -1,6 +1,9 @@
 #include "framework/control_classes.h"
 
 #include "display/buttons.h"
+#include "display/market_values.h"
+#include "display/reddots.h"
+#include "display/tags.h"
 
 namespace QVStandardCtrls {
 
@@ -9,6 +12,15 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVButton>();
   factory.RegisterWindowClass<QVIconButton>();
   factory.RegisterWindowClass<QVSwitchButton>();
+  // Market values.
+  factory.RegisterWindowClass<CQVRedGreenStatic>();
+  factory.RegisterWindowClass<CQVRiseFallPrice>();
+  factory.RegisterWindowClass<CQVTag>();
+  factory.RegisterWindowClass<CQVMarketTag>();
+  // Red dots.
+  factory.RegisterWindowClass<CQVRedDot>();
+  factory.RegisterWindowClass<CQVNUmberRedDot>();
+  factory.RegisterWindowClass<CQVLableRedDot>();
 }
 
 }  // namespace QVStandardCtrls

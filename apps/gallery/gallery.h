@@ -16,6 +16,10 @@ bool LoadTheme(SOUI::SApplication& app, bool dark);
 // layout: a header and one card per page.
 SOUI::SStringW BuildLayout(SOUI::SApplication& app);
 
+// Wires the host-side behaviour some pages need (the rise-colour switch of
+// the market page). Run once after the host is built.
+void InstallPageBehaviour(SOUI::SHostWnd& host);
+
 struct WindowOptions {
   std::string screenshot;  // captured from the real window before closing
   int exit_after_ms = 0;   // 0: run until the window is closed

@@ -3,14 +3,16 @@
 // name order). Shown in a real window when a display is available, or
 // rendered to a PNG.
 //
-//   qvgallery [--png FILE] [--zoom 100|125|150|200] [--dark]
+//   qvgallery [--png FILE] [--zoom 100|125|150|200] [--dark] [--green-rise]
 //             [--screenshot FILE] [--exit-after MS]   (window mode, for CI)
+//   --green-rise renders as a user whose rising values are green.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "gallery.h"
+#include "qvhost/config.h"
 #include "qvhost/qvlog.h"
 #include "soui/hostwnd.h"
 #include "soui/sapp.h"
@@ -27,6 +29,7 @@ struct Options {
   std::string png;
   int zoom = 100;
   bool dark = false;
+  bool green_rise = false;
   gallery::WindowOptions window;
 };
 
@@ -36,6 +39,7 @@ Options ParseArgs(int argc, char** argv) {
     if (!std::strcmp(argv[i], "--png") && i + 1 < argc) o.png = argv[++i];
     else if (!std::strcmp(argv[i], "--zoom") && i + 1 < argc) o.zoom = std::atoi(argv[++i]);
     else if (!std::strcmp(argv[i], "--dark")) o.dark = true;
+    else if (!std::strcmp(argv[i], "--green-rise")) o.green_rise = true;
     else if (!std::strcmp(argv[i], "--screenshot") && i + 1 < argc) o.window.screenshot = argv[++i];
     else if (!std::strcmp(argv[i], "--exit-after") && i + 1 < argc) o.window.exit_after_ms = std::atoi(argv[++i]);
     else std::fprintf(stderr, "qvgallery: ignoring unknown argument %s\n", argv[i]);
@@ -61,9 +65,12 @@ int main(int argc, char** argv) {
   QVStandardCtrls::RegisterQVStandardCtrls(app.GetFactory());
 #endif
   app.SetZoom(opt.zoom);
+  // The user's rise/fall convention, as the host would have loaded it.
+  if (opt.green_rise) app.GetUserSettings().SetBool(50501, false);
 
   SHostWnd host;
   if (!host.InitFromXmlText(gallery::BuildLayout(app))) return 1;
+  gallery::InstallPageBehaviour(host);
 
   if (to_png) {
     host.Create();
