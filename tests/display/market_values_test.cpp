@@ -9,7 +9,7 @@
 #include "framework/control_classes.h"
 #include "qvhost/config.h"
 #include "testing/recording_render.h"
-#include "testing/ui_test_base.h"
+#include "library_test_base.h"
 
 namespace QVStandardCtrls {
 namespace {
@@ -24,14 +24,8 @@ const char kRed[] = "#F23B3BFF";
 const char kGreen[] = "#19A15FFF";
 const char kGrey[] = "#86909CFF";
 
-class MarketValuesTest : public SOUI::test::UiTestBase {
+class MarketValuesTest : public test::LibraryTestBase {
  protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    app_->GetResProvider().LoadUiDefFile(SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/uires.xml"));
-    app_->SetMeasureTarget(std::make_unique<SOUI::RecordingRenderTarget>());
-    RegisterQVStandardCtrls(app_->GetFactory());
-  }
   static std::string ColorRef(SOUI::SWindow* w) { return w->GetStyle().colorText[0].Source().ToUtf8(); }
   // The drawing calls of one window on a recording target.
   static std::vector<std::string> Paint(SOUI::SWindow* w) {

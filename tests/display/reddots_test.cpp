@@ -6,7 +6,7 @@
 
 #include "framework/control_classes.h"
 #include "testing/recording_render.h"
-#include "testing/ui_test_base.h"
+#include "library_test_base.h"
 
 namespace QVStandardCtrls {
 namespace {
@@ -14,15 +14,8 @@ namespace {
 using SOUI::CRect;
 using SOUI::SStringW;
 
-class RedDotsTest : public SOUI::test::UiTestBase {
+class RedDotsTest : public test::LibraryTestBase {
  protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    app_->GetResProvider().LoadUiDefFile(SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/uires.xml"));
-    // Text is 5 px per character at the badges' 10 px font.
-    app_->SetMeasureTarget(std::make_unique<SOUI::RecordingRenderTarget>());
-    RegisterQVStandardCtrls(app_->GetFactory());
-  }
   // The badge inside a 40x20 anchor at (100,50).
   SOUI::SWindow* OnAnchor(const SStringW& badge_xml) {
     CreateHostWithChildren((L"<window name=\"anchor\" pos=\"100,50,@40,@20\">" + badge_xml + L"</window>").c_str());

@@ -7,21 +7,15 @@
 
 #include "framework/control_classes.h"
 #include "testing/recording_render.h"
-#include "testing/ui_test_base.h"
+#include "library_test_base.h"
 
 namespace QVStandardCtrls {
 namespace {
 
 using SOUI::SStringW;
 
-class TagsTest : public SOUI::test::UiTestBase {
+class TagsTest : public test::LibraryTestBase {
  protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    app_->GetResProvider().LoadUiDefFile(SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/uires.xml"));
-    app_->SetMeasureTarget(std::make_unique<SOUI::RecordingRenderTarget>());
-    RegisterQVStandardCtrls(app_->GetFactory());
-  }
   SOUI::SWindow* Tag(const wchar_t* name) { return Find<CQVTag>(name); }
   static SStringW Skin(SOUI::SWindow* w) { return w->GetAttribute(L"skin"); }
   static SStringW TextColor(SOUI::SWindow* w) { return w->GetStyle().colorText[0].Source(); }
