@@ -1,6 +1,8 @@
 #include "framework/control_classes.h"
 
 #include "display/buttons.h"
+#include "tabs/item_base.h"
+#include "tabs/tabctrl_base.h"
 
 namespace QVStandardCtrls {
 
@@ -9,6 +11,9 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVButton>();
   factory.RegisterWindowClass<QVIconButton>();
   factory.RegisterWindowClass<QVSwitchButton>();
+  // Tabs.
+  factory.RegisterWindowClass<CQVItemBase>();
+  factory.RegisterWindowClass<CQVTabCtrlBase>();
 }
 
 }  // namespace QVStandardCtrls
