@@ -4,6 +4,8 @@
 #include "display/market_values.h"
 #include "display/reddots.h"
 #include "display/tags.h"
+#include "tabs/item_base.h"
+#include "tabs/tabctrl_base.h"
 
 namespace QVStandardCtrls {
 
@@ -21,6 +23,9 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVRedDot>();
   factory.RegisterWindowClass<CQVNUmberRedDot>();
   factory.RegisterWindowClass<CQVLableRedDot>();
+  // Tabs.
+  factory.RegisterWindowClass<CQVItemBase>();
+  factory.RegisterWindowClass<CQVTabCtrlBase>();
 }
 
 }  // namespace QVStandardCtrls

@@ -1,0 +1,258 @@
+#include "tabs/tabctrl_base.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "framework/control_classes.h"
+#include "testing/ui_test_base.h"
+
+namespace QVStandardCtrls {
+namespace {
+
+using SOUI::CPoint;
+using SOUI::CRect;
+using SOUI::SStringW;
+using Attrs = std::vector<std::pair<SStringW, SStringW>>;
+
+// Lets a test choose the number of rows, as the variants do.
+class RowsTabCtrl : public CQVTabCtrlBase {
+ public:
+  void SetMaxRows(int rows) { max_rows_ = rows; }
+};
+
+class TabCtrlBaseTest : public SOUI::test::UiTestBase {
+ protected:
+  void SetUp() override {
+    UiTestBase::SetUp();
+    RegisterQVStandardCtrls(app_->GetFactory());
+    CreateHostWithChildren(
+        L"<qv_tabctrlbase name=\"tabs\" pos=\"0,0,@300,@32\" dragable=\"1\">"
+        L"<tab width=\"60\" height=\"32\"/></qv_tabctrlbase>",
+        400, 300);
+    Layout();
+    tabs_ = Find<CQVTabCtrlBase>(L"tabs");
+    ASSERT_NE(tabs_, nullptr);
+  }
+  void AddTabs(int n) {
+    for (int i = 0; i < n; ++i) tabs_->InsertTab({}, -1);
+    Advance(300);  // fades and glides done
+  }
+  // Ids in display order, e.g. "0 1 2".
+  std::string Order() const {
+    std::string s;
+    for (CQVItemBase* it = tabs_->GetHead(); it; it = it->GetNext()) {
+      if (!s.empty()) s += ' ';
+      s += std::to_string(it->GetItemId());
+    }
+    return s;
+  }
+  CPoint CentreOf(int id) const { return tabs_->GetTabObjById(id)->GetWindowRect().CenterPoint(); }
+  void Veto(bool veto) {
+    tabs_->subscribeEvent(EVT_QVTAB_SEL_CHANGING, [veto](SOUI::EventArgs* e) {
+      static_cast<EventQVTabSelChanging*>(e)->bCancel = veto;
+      return true;
+    });
+  }
+  // (old, new) of each selection change the strip raised.
+  std::vector<std::pair<int, int>> Changes() {
+    return changes_;
+  }
+  void RecordChanges() {
+    tabs_->subscribeEvent(EVT_QVTAB_SEL_CHANGED, [this](SOUI::EventArgs* e) {
+      auto* c = static_cast<EventQVTabSelChanged*>(e);
+      changes_.emplace_back(c->nOldId, c->nNewId);
+      return false;
+    });
+  }
+
+  CQVTabCtrlBase* tabs_ = nullptr;
+  std::vector<std::pair<int, int>> changes_;
+};
+
+TEST_F(TabCtrlBaseTest, FirstInsertSelectsWithoutChangingEventAndItemsLineUp) {
+  RecordChanges();
+  AddTabs(3);
+  EXPECT_EQ(Changes(), (std::vector<std::pair<int, int>>{{-1, 0}}));
+  EXPECT_EQ(CountEvents(EVT_QVTAB_SEL_CHANGING), 0);
+  EXPECT_EQ(CountEvents(EVT_QVTAB_ITEM_INSERT), 3);
+  EXPECT_EQ(tabs_->GetCurSelId(), 0);
+  EXPECT_EQ(tabs_->GetTabObjById(2)->GetWindowRect(), CRect(120, 0, 180, 32));
+  EXPECT_EQ(tabs_->GetTabObjById(2)->GetAlpha(), 255);
+}
+
+TEST_F(TabCtrlBaseTest, PressSelectsAndAVetoKeepsTheOldSelection) {
+  AddTabs(3);
+  RecordChanges();
+  gen().MoveMouseTo(CentreOf(2));
+  gen().ClickLeftButton();
+  EXPECT_EQ(tabs_->GetCurSelId(), 2);
+  EXPECT_EQ(Changes(), (std::vector<std::pair<int, int>>{{0, 2}}));
+  EXPECT_TRUE(tabs_->GetTabObjById(2)->IsSelected());
+  EXPECT_FALSE(tabs_->GetTabObjById(0)->IsSelected());
+
+  Veto(true);
+  gen().MoveMouseTo(CentreOf(1));
+  gen().PressLeftButton();  // selection changes on press, not on release
+  EXPECT_EQ(tabs_->GetCurSelId(), 2);
+  gen().ReleaseLeftButton();
+  EXPECT_EQ(Changes().size(), 1u);
+  EXPECT_EQ(CountEvents(EVT_QVTAB_SEL_CHANGING), 2);
+}
+
+TEST_F(TabCtrlBaseTest, SelectionRulesWithoutNotifyDisabledAndSelected) {
+  AddTabs(3);
+  RecordChanges();
+  EXPECT_TRUE(tabs_->SetCurSelByOrder(1, false));
+  EXPECT_EQ(tabs_->GetCurSelOrder(), 1);
+  EXPECT_TRUE(Changes().empty());
+  tabs_->SetCurSelById(1, true);  // already selected
+  tabs_->SetItemAttrById(L"enable", L"0", 2);
+  tabs_->SetCurSelById(2, true);
+  EXPECT_EQ(tabs_->GetCurSelId(), 1);
+  gen().MoveMouseTo(CentreOf(2));
+  gen().ClickLeftButton();
+  EXPECT_EQ(tabs_->GetCurSelId(), 1);
+  EXPECT_TRUE(Changes().empty());
+  EXPECT_FALSE(tabs_->SetCurSelById(42, true));
+}
+
+TEST_F(TabCtrlBaseTest, DraggingAcrossANeighbourSwapsOnceWithHysteresis) {
+  AddTabs(3);
+  gen().MoveMouseTo(30, 16);  // centre of tab 0
+  gen().PressLeftButton();
+  // (mouse x, expected order): the dragged centre follows the mouse.
+  const std::vector<std::pair<int, std::string>> steps = {
+      {45, "0 1 2"}, {62, "1 0 2"},  // across tab 1's edge: one swap
+      {64, "1 0 2"}, {58, "1 0 2"},  // resting within the band: nothing more
+      {66, "1 0 2"}, {50, "0 1 2"},  // back past the band: swapped back
+      {54, "0 1 2"},
+  };
+  for (const auto& [x, order] : steps) {
+    gen().MoveMouseTo(x, 16);
+    Advance(16);
+    EXPECT_EQ(Order(), order) << "at x " << x;
+  }
+  gen().ReleaseLeftButton();
+  Advance(300);
+  EXPECT_EQ(tabs_->GetTabObjById(0)->GetWindowRect(), CRect(0, 0, 60, 32));
+  EXPECT_EQ(tabs_->GetTabObjById(1)->GetWindowRect(), CRect(60, 0, 120, 32));
+}
+
+TEST_F(TabCtrlBaseTest, DragToTheEndGlidesTheOthersAndReleaseSettles) {
+  AddTabs(3);
+  gen().MoveMouseTo(30, 16);
+  gen().DragTo(CPoint(170, 16), 10);
+  EXPECT_EQ(Order(), "1 2 0");
+  Advance(300);
+  EXPECT_EQ(tabs_->GetTabObjById(0)->GetWindowRect(), CRect(120, 0, 180, 32));
+  EXPECT_EQ(tabs_->GetTabObjById(1)->GetWindowRect(), CRect(0, 0, 60, 32));
+  EXPECT_EQ(tabs_->GetTabObjById(0)->GetWindowRect().top, 0);
+}
+
+TEST_F(TabCtrlBaseTest, NotDragableStripKeepsItsOrder) {
+  AddTabs(2);
+  tabs_->SetAttribute(L"dragable", L"false", FALSE);
+  gen().MoveMouseTo(30, 16);
+  gen().DragTo(CPoint(100, 16), 4);
+  EXPECT_EQ(Order(), "0 1");
+  EXPECT_EQ(tabs_->GetTabObjById(0)->GetWindowRect(), CRect(0, 0, 60, 32));
+}
+
+TEST_F(TabCtrlBaseTest, RemovingTheSelectedMiddleTabSelectsTheHeadAndTheItemGoes) {
+  AddTabs(3);
+  tabs_->SetCurSelById(1, false);
+  RecordChanges();
+  const UINT children = tabs_->GetChildrenCount();
+  EXPECT_TRUE(tabs_->RemoveTabById(1));
+  EXPECT_EQ(CountEvents(EVT_QVTAB_ITEM_REMOVED), 1);
+  EXPECT_EQ(Changes(), (std::vector<std::pair<int, int>>{{1, 0}}));
+  EXPECT_EQ(CountEvents(EVT_QVTAB_SEL_CHANGING), 0);
+  EXPECT_EQ(Order(), "0 2");
+  EXPECT_EQ(tabs_->GetChildrenCount(), children);  // still fading
+  Advance(250);
+  EXPECT_EQ(tabs_->GetChildrenCount(), children - 1);
+  Advance(250);
+  EXPECT_EQ(tabs_->GetTabObjById(2)->GetWindowRect(), CRect(60, 0, 120, 32));
+  EXPECT_EQ(host()->GetTimeline().HandlerCount(), 0u);
+}
+
+TEST_F(TabCtrlBaseTest, RemovingTheLastTabLeavesNoSelection) {
+  AddTabs(1);
+  RecordChanges();
+  EXPECT_TRUE(tabs_->RemoveTabByOrder(0));
+  EXPECT_FALSE(tabs_->RemoveTabByOrder(0));
+  EXPECT_EQ(tabs_->GetCurSelId(), -1);
+  EXPECT_TRUE(Changes().empty());
+  Advance(300);
+  EXPECT_EQ(tabs_->GetChildrenCount(), 0u);
+}
+
+TEST_F(TabCtrlBaseTest, GivenIdsAreNeverHandedOutAgain) {
+  AddTabs(3);
+  EXPECT_EQ(tabs_->InsertTab({{L"itemid", L"7"}}, 1), 7);
+  EXPECT_EQ(tabs_->InsertTab({}, -1), 8);
+  EXPECT_EQ(tabs_->InsertTab({{L"itemid", L"0x2"}}, -1), 2);  // a smaller id leaves the counter alone
+  EXPECT_EQ(tabs_->InsertTab({}, 0), 9);
+  EXPECT_EQ(Order(), "9 0 7 1 2 8 2");
+  EXPECT_EQ(tabs_->GetTabOrder(7), 2);
+  EXPECT_EQ(tabs_->GetTabId(5), 8);
+  EXPECT_EQ(tabs_->GetItemAttrByOrder(L"itemid", 0), L"9");
+  EXPECT_EQ(tabs_->GetItemAttrByOrder(L"itemid", 42), L"");
+}
+
+TEST_F(TabCtrlBaseTest, RightClickReportsPointAndId) {
+  AddTabs(2);
+  int id = -1, x = -1;
+  tabs_->subscribeEvent(EVT_QVTAB_ITEM_CLICK_RBUTTON, [&](SOUI::EventArgs* e) {
+    auto* r = static_cast<EventQVTabItemClickRButton*>(e);
+    id = r->nId;
+    x = r->x;
+    return true;
+  });
+  gen().MoveMouseTo(70, 10);
+  gen().ClickRightButton();
+  EXPECT_EQ(id, 1);
+  EXPECT_EQ(x, 70);
+  EXPECT_EQ(CountEvents(EVT_QVTAB_ITEM_HOVER), 1);
+}
+
+class MultiRowTest : public TabCtrlBaseTest {
+ protected:
+  void SetUp() override {
+    TabCtrlBaseTest::SetUp();
+    rows_ = new RowsTabCtrl();
+    host()->GetRoot()->InsertChild(rows_);
+    pugi::xml_document doc;
+    doc.load_string("<qv_tabctrlbase pos=\"0,100,@200,@70\"><tab width=\"60\" height=\"32\"/></qv_tabctrlbase>");
+    rows_->InitFromXml(doc.first_child());
+    rows_->SetMaxRows(2);
+    Layout();
+    for (int i = 0; i < 7; ++i) rows_->InsertTab({}, -1);
+    Advance(400);
+  }
+  CRect RectOf(int id) { return rows_->GetTabObjById(id)->GetWindowRect(); }
+  RowsTabCtrl* rows_ = nullptr;
+};
+
+TEST_F(MultiRowTest, WrapsIntoTheRowsAndOverflowsTheLast) {
+  EXPECT_EQ(rows_->GetRowCount(), 2);
+  EXPECT_EQ(RectOf(2), CRect(120, 100, 180, 132));
+  EXPECT_EQ(RectOf(3), CRect(0, 132, 60, 164));
+  EXPECT_EQ(RectOf(5), CRect(120, 132, 180, 164));
+  EXPECT_EQ(RectOf(6), CRect(180, 132, 240, 164));  // beyond the right edge
+}
+
+TEST_F(MultiRowTest, ATabChangingRowLeavesItsRowBeforeEnteringTheNext) {
+  rows_->InsertTab({}, 0);
+  Advance(48);
+  // Tab 2 is on its way out of the first row, to the right.
+  EXPECT_EQ(RectOf(2).top, 100);
+  EXPECT_GT(RectOf(2).left, 120);
+  Advance(400);
+  EXPECT_EQ(RectOf(2), CRect(0, 132, 60, 164));
+}
+
+}  // namespace
+}  // namespace QVStandardCtrls
