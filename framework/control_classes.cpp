@@ -2,6 +2,7 @@
 
 #include "display/buttons.h"
 #include "tabs/item_base.h"
+#include "tabs/tab_page_host.h"
 #include "tabs/tabctrl_base.h"
 
 namespace QVStandardCtrls {
@@ -14,6 +15,7 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   // Tabs.
   factory.RegisterWindowClass<CQVItemBase>();
   factory.RegisterWindowClass<CQVTabCtrlBase>();
+  factory.RegisterWindowClass<CQVTabCtrl>();
 }
 
 }  // namespace QVStandardCtrls
