@@ -5,6 +5,7 @@
 #include "display/reddots.h"
 #include "display/tags.h"
 #include "tabs/item_base.h"
+#include "tabs/tab_page_host.h"
 #include "tabs/tabctrl_base.h"
 
 namespace QVStandardCtrls {
@@ -26,6 +27,7 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   // Tabs.
   factory.RegisterWindowClass<CQVItemBase>();
   factory.RegisterWindowClass<CQVTabCtrlBase>();
+  factory.RegisterWindowClass<CQVTabCtrl>();
 }
 
 }  // namespace QVStandardCtrls

@@ -59,5 +59,14 @@ INSTANTIATE_TEST_SUITE_P(
       return SOUI::SStringW(info.param.tag).ToUtf8();
     });
 
+INSTANTIATE_TEST_SUITE_P(
+    Tabs, ControlClassesTest,
+    ::testing::Values(ClassRow{L"qv_itembase", {L"qv_itembase", L"window", L"object"}},
+                      ClassRow{L"qv_tabctrlbase", {L"qv_tabctrlbase", L"window"}},
+                      ClassRow{L"qv_tabctrl", {L"qv_tabctrl", L"window"}}),
+    [](const ::testing::TestParamInfo<ClassRow>& info) {
+      return SOUI::SStringW(info.param.tag).ToUtf8();
+    });
+
 }  // namespace
 }  // namespace QVStandardCtrls
