@@ -26,6 +26,7 @@ const QVItemLook kPrimaryLook = {
     L"12dp,0,12dp,0",
     {L"0dp", L"4dp", L"4dp"},
     false,
+    false,
 };
 
 const wchar_t* const kSubTabColors[4] = {QV_TAB_COLOR(L"text_default"), QV_TAB_COLOR(L"text_hover"),
@@ -40,6 +41,7 @@ const QVItemLook kSecondaryLook = {
     {L"0dp", L"2dp", L"2dp"},
     // The underline says which sub tab is open, as a user expects.
     true,
+    false,
 };
 
 // Third-level tabs look like the secondary ones without the underline.
@@ -50,6 +52,7 @@ const QVItemLook kThirdLook = {
     L"size:12dp",
     L"8dp,0,8dp,0",
     {L"0dp", L"2dp", L"2dp"},
+    false,
     false,
 };
 
@@ -62,6 +65,7 @@ const QVItemLook kSegmentLook = {
     L"",
     {L"0dp", L"0dp", L"0dp"},
     false,
+    false,
 };
 
 const QVItemLook kTabViewLook = {
@@ -72,6 +76,7 @@ const QVItemLook kTabViewLook = {
     L"",
     {L"12dp", L"4dp", L"0dp"},
     false,
+    true,
 };
 
 const QVItemLook kFilterLook = {
@@ -84,6 +89,7 @@ const QVItemLook kFilterLook = {
     L"6dp,0,8dp,0",
     {L"8", L"2dp", L"0dp"},
     false,
+    true,
 };
 
 #undef QV_TAB_COLOR
@@ -207,6 +213,13 @@ void CQVVariantItemBase::OnStateChanged(QVItemState state, int reserved) {
   // Hovering the open tab does not make it look like a closed one.
   else if (state == kQVItemHover && selected_) shown = kQVItemSelected;
   shown_state_ = shown;
+  // The checked state draws the background skin's selected frame (the open
+  // browser tab, the picked chip). Not for segments: their selected frame is
+  // filled with the colour of the selected title.
+  if (look_.check_marks_selection) {
+    if (selected_) ModifyState(WndState_Check, 0, TRUE);
+    else ModifyState(0, WndState_Check, TRUE);
+  }
   SWindow* title = GetTitleWnd();
   if (!title) return;
   title->SetAttribute(L"colorText", look_.colors[shown], FALSE);
@@ -341,10 +354,55 @@ CQVTabView::CQVTabView() {
   GetEventSet()->addEvent(EVT_QVTAB_ITEM_DRAG_OUT, L"on_qvtab_item_drag_out");
 }
 
+HRESULT CQVTabView::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
+  static const QVAttrEntry<CQVTabView> kAttrs[] = {
+      {L"showAdd", &CQVTabView::OnAttrShowAdd},
+  };
+  return QVDispatchAttribute<CQVTabView, CQVTabCtrlBase>(this, kAttrs, nullptr, name, value, loading);
+}
+
+HRESULT CQVTabView::OnAttrShowAdd(const SStringW& value, BOOL loading) {
+  (void)loading;
+  show_add_ = QVParseBool(value);
+  if (add_item_) add_item_->SetVisible(show_add_ ? TRUE : FALSE, TRUE);
+  return S_OK;
+}
+
 BOOL CQVTabView::CreateChildren(pugi::xml_node node) {
   const BOOL r = CQVTabCtrlBase::CreateChildren(node);
+  add_item_ = CreateEndItem();
   InsertInitialTabs(this, node);
   return r;
+}
+
+CQVItemBase* CQVTabView::CreateEndItem() {
+  // Not in the tab list: it is neither counted, selected nor reordered.
+  auto* item = new CQVItemBase(this);
+  InsertChild(item);
+  pugi::xml_document doc;
+  LoadXml(doc, kQVTabViewAddXml);
+  item->InitFromXml(doc.first_child());
+  item->SetItemType(kQVEndItemType);
+  item->SetDragType(kQVDragNone);
+  item->SetVisible(show_add_ ? TRUE : FALSE);
+  return item;
+}
+
+int CQVTabView::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBase* skip, bool animate) {
+  const int rows = CQVTabCtrlBase::UpdateTabRect(from, to, skip, animate);
+  if (!add_item_) return rows;
+  const CRect rc = GetWindowRect();
+  if (rc.IsRectEmpty()) return rows;
+  // Right behind the last tab's slot, vertically centred on its row.
+  CQVItemBase* last = head_;
+  while (last && last->GetNext()) last = last->GetNext();
+  const CRect tail = last ? last->GetFinalRect() : CRect(rc.left, rc.top, rc.left, rc.top + ItemHeightPx());
+  const CSize size = add_item_->GetDesiredSize(-1, -1);
+  const int x = tail.right + item_gap_ + ZPixel(4);
+  const int y = tail.top + (tail.Height() - size.cy) / 2;
+  const CRect slot(x, y, x + size.cx, y + size.cy);
+  if (slot != add_item_->GetWindowRect()) add_item_->Move(&slot);
+  return rows;
 }
 
 void CQVTabView::SetItemDragable(CQVItemBase* item) {
@@ -352,6 +410,13 @@ void CQVTabView::SetItemDragable(CQVItemBase* item) {
 }
 
 void CQVTabView::OnItemLButtonUp(CQVItemBase* item, UINT flags, CPoint pt) {
+  if (item && item == add_item_) {
+    if (item->GetWindowRect().PtInRect(pt)) {
+      EventQVTabClickAdd evt(this);
+      FireEvent(evt);
+    }
+    return;
+  }
   const CRect rc = GetWindowRect();
   const int threshold = ZPixel(kQVDragOutPx);
   if (IsTabItem(item) && dragable_ && (pt.y < rc.top - threshold || pt.y > rc.bottom + threshold)) {

@@ -43,6 +43,7 @@ struct QVItemLook {
   // writes them; UpdateWidth adds them up for the children shown.
   const wchar_t* gaps[3];
   bool underline_marks_selection;  // "img_bottom" shown under the selected item
+  bool check_marks_selection;      // the selected item is drawn in the skin's checked frame
 };
 
 class QVSTDCTRLS_API CQVVariantItemBase : public CQVItemBase {
@@ -172,16 +173,27 @@ class QVSTDCTRLS_API CQVTabViewItem : public CQVVariantItemBase {
 // removes it): far enough that a sloppy horizontal drag never tears a tab off.
 constexpr int kQVDragOutPx = 40;
 
+// An add button ("+", an end item outside the tab list) follows the last
+// tab and raises "on_qvtab_click_add" when clicked; "showAdd" "0" leaves it
+// out.
 class QVSTDCTRLS_API CQVTabView : public CQVTabCtrlBase {
   SOUI_CLASS_NAME(CQVTabView, CQVTabCtrlBase, L"qv_tabview")
  public:
   CQVTabView();
+  HRESULT SetAttribute(const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) override;
   BOOL CreateChildren(pugi::xml_node node) override;
   void OnItemLButtonUp(CQVItemBase* item, UINT flags, SOUI::CPoint pt) override;
   BOOL OnItemUserMessage(CQVItemBase* item, UINT msg, WPARAM wp, LPARAM lp) override;
+  CQVItemBase* GetAddButton() const { return add_item_; }
 
  protected:
   CQVItemBase* CreateItem() override { return new CQVTabViewItem(this); }
+  CQVItemBase* CreateEndItem() override;
+  int UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBase* skip, bool animate) override;
+  HRESULT OnAttrShowAdd(const SOUI::SStringW& value, BOOL loading);
+
+  bool show_add_ = true;
+  CQVItemBase* add_item_ = nullptr;
   // Along the strip only, as a browser's tabs: the mouse may leave the
   // strip (to drag a tab out) while the tab stays in it.
   void SetItemDragable(CQVItemBase* item) override;

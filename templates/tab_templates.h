@@ -20,6 +20,13 @@ inline constexpr const wchar_t kQVTabViewItemXml[] =
 inline constexpr const wchar_t kQVFilterTabItemXml[] =
     L"<tab title=\"新建窗口\" height=\"20dp\" skin=\"skin_tab_bg_filter_tab\"/>";
 
+// The tab view's add button.
+inline constexpr const wchar_t kQVTabViewAddXml[] =
+    L"<tab name=\"btn_add\" width=\"28dp\" height=\"28dp\" skin=\"skin_tab_bg_tabview\">"
+    L"<text pos=\"|0,|0\" offset=\"-0.5,-0.5\" font=\"size:16dp\" "
+    L"colorText=\"@color\\style_skin_qv_tab\\text_default\" text=\"+\"/>"
+    L"</tab>";
+
 // ---- children of the items (wrapped in <children>) ----
 inline constexpr const wchar_t kQVPrimaryItemChildren[] =
     L"<children>"
