@@ -308,6 +308,26 @@ TEST_F(TabVariantsTest, TabViewAddButtonFollowsTheLastTabAndRaisesClickAdd) {
   EXPECT_EQ(strip->GetTabCount(), 2);
 }
 
+// The primary tab grows when pressed (bold), which re-lays the strip under
+// the pressed tab.
+TEST_F(TabVariantsTest, NudgingTheLastTabKeepsTheOrder) {
+  CQVTabCtrlBase* strip = MakeStrip(L"qv_primarytab", 2, L"dragable=\"1\"");
+  const CPoint c = Item(strip, 1)->GetWindowRect().CenterPoint();
+  gen().MoveMouseTo(c);
+  gen().PressLeftButton();
+  gen().DragTo(CPoint(c.x + 2, c.y));
+  gen().ReleaseLeftButton();
+  Advance(400);
+  EXPECT_EQ(strip->GetTabId(0), 0);
+  // Dragged onto the first tab, it does swap.
+  gen().MoveMouseTo(c);
+  gen().PressLeftButton();
+  gen().DragTo(Item(strip, 0)->GetWindowRect().CenterPoint());
+  gen().ReleaseLeftButton();
+  Advance(400);
+  EXPECT_EQ(strip->GetTabId(0), 1);
+}
+
 // ---- filter -------------------------------------------------------------------------------------------
 
 class FilterTabTest : public TabVariantsTest {
