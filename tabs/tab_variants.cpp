@@ -109,10 +109,15 @@ void BuildChildren(SWindow* parent, const wchar_t* children) {
 void InsertInitialTabs(CQVTabCtrlBase* strip, pugi::xml_node node) {
   for (pugi::xml_node child = node.child("tabitem"); child; child = child.next_sibling("tabitem")) {
     std::vector<std::pair<SStringW, SStringW>> attrs;
+    bool selected = false;
     for (pugi::xml_attribute a = child.first_attribute(); a; a = a.next_attribute()) {
-      attrs.emplace_back(SStringW::FromUtf8(a.name()), SStringW::FromUtf8(a.value()));
+      const SStringW name = SStringW::FromUtf8(a.name());
+      const SStringW value = SStringW::FromUtf8(a.value());
+      if (name.CompareNoCase(L"selected") == 0) selected = QVParseBool(value);
+      else attrs.emplace_back(name, value);
     }
-    strip->InsertTab(attrs, -1);
+    const int id = strip->InsertTab(attrs, -1);
+    if (selected) strip->SetCurSelById(id, false);
   }
 }
 

@@ -14,7 +14,7 @@
 //
 // Besides the template (the first "tab"/"item" child), a strip's XML may
 // list initial tabs as "tabitem" elements; their attributes are those of
-// InsertTab.
+// InsertTab, plus "selected" "1" to select the tab (quietly, no events).
 //
 // Item attributes every variant item handles: "title" (text), "img_head"
 // (head icon skin, shown; empty hides it), "btn_tail" ("0"/"false" hides the

@@ -494,6 +494,9 @@ TEST_F(TabVariantsTest, GalleryPageCreatesEveryStrip) {
     EXPECT_GE(strip->GetTabCount(), 5) << SStringW(name).ToUtf8();
   }
   EXPECT_FALSE(Find<CQVFilterTab>(L"tabs_filter_multi")->IsSingle());
+  // Initial tabs marked selected are picked, several in multi mode.
+  EXPECT_EQ(Find<CQVFilterTab>(L"tabs_filter_multi")->GetSelectedIds(), (std::vector<int>{1, 4, 8}));
+  EXPECT_EQ(Find<CQVTabCtrlBase>(L"tabs_secondary")->GetCurSelId(), 2);
   if (const char* out = std::getenv("QV_GALLERY_PNG")) host()->SaveFramePng(SStringW::FromUtf8(out));
 }
 
