@@ -68,12 +68,14 @@ const QVItemLook kSegmentLook = {
     false,
 };
 
+// Fixed width from the default item; the left padding puts a title without
+// icon 12dp in, where a browser starts its tab text.
 const QVItemLook kTabViewLook = {
     kQVTabViewItemChildren,
     {kSubTabColors[0], kSubTabColors[1], kSubTabColors[2], kSubTabColors[3]},
     L"size:12dp",
     L"size:12dp",
-    L"",
+    L"8dp,0,0,0",
     {L"12dp", L"4dp", L"0dp"},
     false,
     true,
