@@ -6,6 +6,7 @@
 #include "display/tags.h"
 #include "tabs/item_base.h"
 #include "tabs/tab_page_host.h"
+#include "tabs/tab_variants.h"
 #include "tabs/tabctrl_base.h"
 
 namespace QVStandardCtrls {
@@ -28,6 +29,19 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVItemBase>();
   factory.RegisterWindowClass<CQVTabCtrlBase>();
   factory.RegisterWindowClass<CQVTabCtrl>();
+  factory.RegisterWindowClass<CQVPrimaryTab>();
+  factory.RegisterWindowClass<CQVPrimaryTabItem>();
+  factory.RegisterWindowClass<CQVSecondaryTab>();
+  factory.RegisterWindowClass<CQVSecondaryTabItem>();
+  factory.RegisterWindowClass<CQVThirdTab>();
+  factory.RegisterWindowClass<CQVThirdTabItem>();
+  factory.RegisterWindowClass<CQVSegmentTab>();
+  factory.RegisterWindowClass<CQVSegmentTabItem>();
+  factory.RegisterWindowClass<CQVTabView>();
+  factory.RegisterWindowClass<CQVTabViewItem>();
+  factory.RegisterWindowClass<CQVFilterTab>();
+  factory.RegisterWindowClass<CQVFilterTabItem>();
+  factory.RegisterWindowClass<CQVCommTabItem>();
 }
 
 }  // namespace QVStandardCtrls

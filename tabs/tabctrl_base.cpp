@@ -141,6 +141,9 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
   if (!item) return -1;
   InsertChild(item);
   item->InitFromXml(item_template_.first_child());
+  // The strip places its items: the toolkit's flow layout must never move
+  // one, even when its slot happens to equal the flow position.
+  item->SetAttribute(L"float", L"1", FALSE);
   for (const auto& [name, value] : attrs) {
     if (ItemAttrFilter(name)) item->SetAttribute(name, value, FALSE);
   }
@@ -509,7 +512,9 @@ bool CQVTabCtrlBase::NeedSwitch(CPoint centre, CQVItemBase* dragged, CQVItemBase
   if (rc.PtInRect(centre)) return true;
   CQVItemBase* next = other->GetNext();
   if (next == dragged) next = dragged->GetNext();
-  const bool last = !IsTab(next);
+  // Only a tab standing after the dragged one is "last": the dragged tail's
+  // own predecessor must not claim the space the dragged tab sits in.
+  const bool last = !IsTab(next) && QVItemListNodeBase<CQVItemBase>::ListIsBehind(other, dragged);
   if (last && ((centre.x >= rc.right && centre.y >= rc.top) || centre.y >= rc.bottom)) return true;
   // The gap between the neighbour and this item counts as this item's;
   // when the neighbour is the dragged item, that space is its own slot.
