@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -443,39 +445,54 @@ TEST_F(TabVariantsTest, CommTabItemRoutesItsAttributes) {
 
 // ---- the rendered look ---------------------------------------------------------------------------------
 
-// Primary and segment strips in every state: tab 1 hovered, tab 2
-// selected, tab 3 disabled, tab 0 carrying a red dot.
-class StripLookTest : public TabVariantsTest, public ::testing::WithParamInterface<int> {};
+// Every strip in every state: tab 0 carrying a red dot, tab 1 hovered,
+// tab 2 selected, tab 3 disabled; at 100 % and 150 %.
+struct StripLook {
+  const wchar_t* tag;
+  int height_dp;
+  int width_dp = 440;  // room for four tabs
+};
 
-TEST_P(StripLookTest, PrimaryAndSegmentStripsLookAsTheirReference) {
-  const int zoom = GetParam();
+class StripLookTest : public TabVariantsTest,
+                      public ::testing::WithParamInterface<std::tuple<StripLook, int>> {};
+
+TEST_P(StripLookTest, LooksAsItsReference) {
+  const StripLook look = std::get<0>(GetParam());
+  const int zoom = std::get<1>(GetParam());
   app_->SetZoom(zoom);
   // Real text metrics, so that the picture shows what a user sees.
   app_->SetMeasureTarget(nullptr);
-  SStringW xml = L"<SOUI width=\"460\" height=\"110\"><root colorBkgnd=\"#FFFFFF\">";
-  xml += L"<qv_primarytab name=\"p\" pos=\"8dp,8dp,@440dp,@32dp\">";
+  const int host_w = (look.width_dp + 20) * zoom / 100, host_h = (look.height_dp + 16) * zoom / 100;
+  SStringW xml = SStringW::Format2(L"<SOUI><root colorBkgnd=\"#FFFFFF\">"
+                                   L"<%s name=\"strip\" pos=\"8dp,8dp,@%ddp,@%ddp\">",
+                                   look.tag, look.width_dp, look.height_dp);
   for (int i = 0; i < 4; ++i) xml += L"<tabitem title=\"Tab\"/>";
-  xml += L"</qv_primarytab><qv_segmenttab name=\"s\" pos=\"8dp,56dp,@440dp,@20dp\">";
-  for (int i = 0; i < 4; ++i) xml += L"<tabitem title=\"Seg\"/>";
-  xml += L"</qv_segmenttab></root></SOUI>";
-  CreateHost(xml, 460 * zoom / 100, 110 * zoom / 100);
+  xml += SStringW::Format2(L"</%s></root></SOUI>", look.tag);
+  CreateHost(xml, host_w, host_h);
   Layout();
   Advance(400);
-  for (const wchar_t* name : {L"p", L"s"}) {
-    auto* strip = Find<CQVTabCtrlBase>(name);
-    strip->SetItemAttrByOrder(L"reddot", L"1", 0);
-    strip->SetItemAttrByOrder(L"enable", L"0", 3);
-    Click(strip->GetTabObjByOrder(2));
-  }
-  gen().MoveMouseToCenterOf(Find<CQVTabCtrlBase>(L"s")->GetTabObjByOrder(1));
-  // The primary's hover is shown through its state, the mouse being on the segment.
+  auto* strip = Find<CQVTabCtrlBase>(L"strip");
+  ASSERT_NE(strip, nullptr);
+  strip->SetItemAttrByOrder(L"reddot", L"1", 0);
+  strip->SetItemAttrByOrder(L"enable", L"0", 3);
+  Click(strip->GetTabObjByOrder(2));
+  gen().MoveMouseToCenterOf(strip->GetTabObjByOrder(1));
+  Advance(400);
   host()->Render();
-  const std::string ref =
-      std::string(QV_SOURCE_DIR "/tests/data/qv_tab_strips_") + std::to_string(zoom) + ".png";
+  const std::string ref = std::string(QV_SOURCE_DIR "/tests/data/") + SStringW(look.tag).ToUtf8() + "_" +
+                          std::to_string(zoom) + ".png";
   EXPECT_TRUE(SOUI::MatchesReferencePng(*dynamic_cast<SOUI::CairoRenderTarget*>(host()->GetFrame()), ref, 16, 0.01));
 }
 
-INSTANTIATE_TEST_SUITE_P(Zoom, StripLookTest, ::testing::Values(100, 150));
+INSTANTIATE_TEST_SUITE_P(
+    Strips, StripLookTest,
+    ::testing::Combine(::testing::Values(StripLook{L"qv_primarytab", 32}, StripLook{L"qv_secondarytab", 32},
+                                         StripLook{L"qv_thirdtab", 32}, StripLook{L"qv_segmenttab", 20},
+                                         StripLook{L"qv_tabview", 28, 760}, StripLook{L"qv_filtertab", 20}),
+                       ::testing::Values(100, 150)),
+    [](const ::testing::TestParamInfo<std::tuple<StripLook, int>>& info) {
+      return SStringW(std::get<0>(info.param).tag).ToUtf8() + "_" + std::to_string(std::get<1>(info.param));
+    });
 
 // The gallery's tabs page builds with nothing left out.
 TEST_F(TabVariantsTest, GalleryPageCreatesEveryStrip) {
