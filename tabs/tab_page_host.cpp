@@ -80,7 +80,7 @@ int CQVTabCtrl::InsertPage(pugi::xml_node page, int index) {
   const int at = pages_->InsertItem(NodeToXml(page), index);
   if (at < 0) return -1;
   std::vector<std::pair<SStringW, SStringW>> title = {
-      {L"text", SStringW::FromUtf8(page.attribute("title").value())}, {L"createAnimator", L"0"}};
+      {L"title", SStringW::FromUtf8(page.attribute("title").value())}, {L"createAnimator", L"0"}};
   if (pugi::xml_attribute id = page.attribute("id")) title.emplace_back(L"itemid", SStringW::FromUtf8(id.value()));
   titles_->InsertTab(title, at);
   // The first title is selected by the strip itself; keep the pages with it.

@@ -16,10 +16,10 @@ inline constexpr const wchar_t kQVTabPagesXml[] =
     L"<tabctrl  pos=\"0dp,[0dp,-0dp,-0dp\" tabHeight=\"0dp\" tabWidth=\"0dp\" tabPos=\"0\" tabInterSize=\"0dp\" "
     L"interpolator=\"Decelerate\" curSel=\"0\" focusable=\"0\" visible=\"1\"/>";
 
-// The title row of a qv_tabctrl; its <tab> child is the title template.
+// The title row of a qv_tabctrl: a secondary strip, so the open page's
+// title is underlined; its items come from the strip's default item.
 inline constexpr const wchar_t kQVTabTitlesXml[] =
-    L"<qv_tabctrlbase name=\"qv_tab_titles\" pos=\"0,0,@-1,@32dp\">"
-    L"<tab height=\"32dp\" padding_left=\"12dp\" padding_right=\"12dp\"/></qv_tabctrlbase>";
+    L"<qv_secondarytab name=\"qv_tab_titles\" pos=\"0,0,@-1,@32dp\"/>";
 
 // ---- default items ----
 inline constexpr const wchar_t kQVPrimaryTabItemXml[] = L"<tab title=\"新建窗口\" height=\"32dp\" />";

@@ -37,7 +37,7 @@ TEST_F(TabPageHostTest, PagesBecomeTitlesAndPagesBelowThem) {
   EXPECT_EQ(titles->GetTabCount(), 2);
   EXPECT_EQ(titles->GetTabId(0), 5);
   EXPECT_EQ(titles->GetTabId(1), 6);  // ids after a given one are not reused
-  EXPECT_EQ(titles->GetItemAttrByOrder(L"text", 1), L"Orders");
+  EXPECT_EQ(titles->GetItemAttrByOrder(L"title", 1), L"Orders");
   EXPECT_EQ(tabs_->GetCurSel(), 0);
   EXPECT_TRUE(Shows(L"p_quotes"));
   EXPECT_FALSE(Shows(L"p_orders"));
