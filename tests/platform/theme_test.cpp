@@ -185,6 +185,32 @@ TEST_F(ThemeTest, TooltipTextContrastsWithItsBackgroundInBothVariants) {
   }
 }
 
+// Solid tags print their text on the filled block: white on every family but
+// white. A block too light for that leaves a tag unreadable on a busy quote screen.
+TEST_F(ThemeTest, SolidTagBlocksCarryTheirTextInBothVariants) {
+  const char* const kFamilies[] = {"buy",  "sell",   "rise", "fall", "highlight", "graylight",
+                                   "gray", "bluegray", "gold", "yellow", "pink",   "blue",
+                                   "white", "hk",     "us",   "sg",   "sh",        "jp"};
+  for (const bool dark : {false, true}) {
+    pugi::xml_document doc;
+    ASSERT_TRUE(doc.load_file((dark ? kDark : kLight).c_str()));
+    if (dark) {
+      ASSERT_TRUE(res().LoadUiDefFile(W(kDark)));
+    }
+    for (const char* family : kFamilies) {
+      const std::string name = std::string("skin_tagbg_") + family + "_block";
+      pugi::xml_node decl = FindSkinDecl(dark ? doc : light_, name);
+      if (!decl) decl = FindSkinDecl(light_, name);  // the dark file may keep a light skin
+      ASSERT_TRUE(decl) << name;
+      COLORREF block = 0;
+      ASSERT_TRUE(SOUI::ParseColorLiteral(SOUI::SStringW::FromUtf8(decl.attribute("normal").value()), &block)) << name;
+      const COLORREF text = Color(std::string(family) == "white" ? "style_tag\\skin_text_tag_black"
+                                                                 : "style_tag\\skin_text_tag_h1");
+      EXPECT_GE(Contrast(block, text), 3.0) << name << (dark ? " dark" : " light");
+    }
+  }
+}
+
 TEST_F(ThemeTest, ButtonStateTextColoursAreDistinct) {
   for (const char* kind : {"h1", "warn", "highlight", "link"}) {
     const std::string base = std::string("style_button\\skin_text_") + kind;
