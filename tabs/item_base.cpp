@@ -225,38 +225,53 @@ void CQVItemBase::OnNextFrame() {
 
 // ---- input -------------------------------------------------------------------
 
+void CQVItemBase::MarkRemoved() {
+  removed_ = true;
+  lbutton_down_ = false;
+  msg_transparent_ = TRUE;
+  // The capture may sit on the item or on one of its buttons.
+  if (ISwndContainer* host = GetContainer()) {
+    for (SWindow* w = host->GetCapture(); w; w = w->GetParent()) {
+      if (w == this) {
+        host->ReleaseCapture(host->GetCapture());
+        break;
+      }
+    }
+  }
+}
+
 BOOL CQVItemBase::ProcessSwndMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) {
   return SWindow::ProcessSwndMessage(msg, wp, lp, result);
 }
 
 void CQVItemBase::OnLButtonDown(UINT flags, CPoint pt) {
-  if (moving_) return;
+  if (moving_ || removed_) return;
   lbutton_down_ = true;
   SWindow::OnLButtonDown(flags, pt);
   last_pt_ = pt;
-  if (container_) container_->OnItemLButtonDown(this, flags, pt);
+  if (IQVItemContainer* c = InputReceiver()) c->OnItemLButtonDown(this, flags, pt);
 }
 
 void CQVItemBase::OnLButtonUp(UINT flags, CPoint pt) {
   SWindow::OnLButtonUp(flags, pt);
   lbutton_down_ = false;
-  if (container_) container_->OnItemLButtonUp(this, flags, pt);
+  if (IQVItemContainer* c = InputReceiver()) c->OnItemLButtonUp(this, flags, pt);
 }
 
 void CQVItemBase::OnRButtonDown(UINT flags, CPoint pt) {
   SWindow::OnRButtonDown(flags, pt);
-  if (container_) container_->OnItemRButtonDown(this, flags, pt);
+  if (IQVItemContainer* c = InputReceiver()) c->OnItemRButtonDown(this, flags, pt);
 }
 
 void CQVItemBase::OnRButtonUp(UINT flags, CPoint pt) {
   SWindow::OnRButtonUp(flags, pt);
-  if (container_) container_->OnItemRButtonUp(this, flags, pt);
+  if (IQVItemContainer* c = InputReceiver()) c->OnItemRButtonUp(this, flags, pt);
 }
 
 void CQVItemBase::OnMouseMove(UINT flags, CPoint pt) {
   // A press that began during a glide was ignored, so lbutton_down_ guards
   // against dragging an item the user never grabbed.
-  if (!(flags & MK_LBUTTON) || !lbutton_down_ || drag_type_ == kQVDragNone || moving_) return;
+  if (!(flags & MK_LBUTTON) || !lbutton_down_ || removed_ || drag_type_ == kQVDragNone || moving_) return;
   BringWindowToTop();
   CRect rc = GetFinalRect();
   const int dx = drag_type_ == kQVDragVert ? 0 : pt.x - last_pt_.x;
@@ -279,14 +294,14 @@ void CQVItemBase::OnMouseMove(UINT flags, CPoint pt) {
 void CQVItemBase::OnMouseHover(UINT flags, CPoint pt) {
   SWindow::OnMouseHover(flags, pt);
   OnStateChanged(kQVItemHover, 0);
-  if (container_) container_->OnItemMouseHover(this, flags, pt);
+  if (IQVItemContainer* c = InputReceiver()) c->OnItemMouseHover(this, flags, pt);
 }
 
 void CQVItemBase::OnMouseLeave() {
   SWindow::OnMouseLeave();
   // Back to the look it had before the hover, as a browser tab does.
   OnStateChanged(RestingState(), 0);
-  if (container_) container_->OnItemMouseLeave(this);
+  if (IQVItemContainer* c = InputReceiver()) c->OnItemMouseLeave(this);
 }
 
 int CQVItemBase::OnCreate() {

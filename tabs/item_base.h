@@ -91,6 +91,14 @@ class QVSTDCTRLS_API CQVItemBase : public SOUI::SWindow,
   bool IsCreateAnimator() const { return create_animator_; }
   bool IsMoving() const { return moving_; }
 
+  // The container took the item out of its list; it stays only to fade
+  // out. From here on it is nobody's target: input passes through it to
+  // what lies beneath, a press or drag in progress ends and gives up the
+  // capture, and only its glide and fade still report to the container, so
+  // that the container can destroy it when the fade ends.
+  void MarkRemoved();
+  bool IsRemoved() const { return removed_; }
+
   int GetWidthPix() const { return GetWindowRect().Width(); }
   int GetHeightPix() const { return GetWindowRect().Height(); }
 
@@ -134,6 +142,8 @@ class QVSTDCTRLS_API CQVItemBase : public SOUI::SWindow,
   void MoveWithAnimator(const SOUI::CRect& from, const SOUI::CRect& to, UINT duration_ms);
   // The state the item shows when nothing transient applies.
   QVItemState RestingState() const;
+  // Where input is reported: the container, or nobody once removed.
+  IQVItemContainer* InputReceiver() const { return removed_ ? nullptr : container_; }
 
   HRESULT OnAttrCreateAnimator(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrEnable(const SOUI::SStringW& value, BOOL loading);
@@ -163,6 +173,7 @@ class QVSTDCTRLS_API CQVItemBase : public SOUI::SWindow,
   bool lbutton_down_ = false;
   bool selected_ = false;
   bool enabled_ = true;
+  bool removed_ = false;
   IQVItemContainer* container_;
 
  private:

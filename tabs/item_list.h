@@ -5,6 +5,12 @@
 // Invariants kept by the operations: the head is the only node with a null
 // previous, following next from the head meets every node once, and a
 // node's next's previous is the node itself.
+//
+// A removed node keeps its stale pointers, and its old neighbours may be
+// gone by the time a late callback hands it back. So ListMove, ListRemove
+// and ListSwap first make sure their nodes are in the list (a walk from the
+// head that touches only live nodes) and otherwise change nothing: a node
+// returns only through ListInsert.
 #pragma once
 
 #include <functional>
@@ -52,7 +58,8 @@ class QVItemListNodeBase {
 
   // Moves node directly behind after; a null after moves it to the front.
   static void ListMove(T*& head, T* node, T* after) {
-    if (!node) return;
+    if (!node || node == after || !ListContains(head, node)) return;
+    if (after && !ListContains(head, after)) return;
     Unlink(head, node);
     if (after) {
       T* follow = Next(after);
@@ -61,24 +68,22 @@ class QVItemListNodeBase {
       Next(after) = node;
       if (follow) Prev(follow) = node;
     } else {
-      // Kept on purpose: the front move reads head unchecked, so the list
-      // must hold another node.
       Prev(node) = nullptr;
       Next(node) = head;
-      Prev(head) = node;
+      if (head) Prev(head) = node;
     }
     if (!Prev(node)) head = node;
   }
 
   static void ListRemove(T*& head, T* node) {
-    if (!node) return;
+    if (!ListContains(head, node)) return;
     // Kept on purpose: the removed node keeps its own pointers; ListInsert
     // and ListMove rewrite them when it comes back.
     Unlink(head, node);
   }
 
   static void ListSwap(T*& head, T* a, T* b) {
-    if (!a || !b || a == b) return;
+    if (!a || !b || a == b || !ListContains(head, a) || !ListContains(head, b)) return;
     if (Next(b) == a) std::swap(a, b);  // a is the one in front
     if (Next(a) == b) {
       T* before = Prev(a);
@@ -109,6 +114,14 @@ class QVItemListNodeBase {
     }
   }
   static void ListLoop(T* from, std::function<bool(T*)> fn) { ListLoop(from, nullptr, std::move(fn)); }
+
+  static bool ListContains(T* head, const T* node) {
+    if (!node) return false;
+    for (T* cur = head; cur; cur = Next(cur)) {
+      if (cur == node) return true;
+    }
+    return false;
+  }
 
   // True when b stands somewhere before a.
   static bool ListIsBehind(T* a, T* b) {

@@ -152,7 +152,7 @@ BOOL CQVVariantItemBase::InitFromXml(pugi::xml_node node) {
   BuildChildren(this, look_.children);
   if (SWindow* tail = FindChildByName(L"btn_tail")) {
     tail->subscribeEvent(EVT_CMD, [this](EventArgs*) {
-      if (container_) container_->OnItemUserMessage(this, kQVItemMsgTailClick, 0, 0);
+      if (IQVItemContainer* c = InputReceiver()) c->OnItemUserMessage(this, kQVItemMsgTailClick, 0, 0);
       return true;
     });
   }
@@ -296,12 +296,6 @@ CQVSecondaryTabItem::CQVSecondaryTabItem(IQVItemContainer* container, const QVIt
     : CQVVariantItemBase(container, look) {}
 
 CQVSecondaryTab::CQVSecondaryTab() { LoadXml(item_template_, kQVSecondaryTabItemXml); }
-
-BOOL CQVSecondaryTab::CreateChildren(pugi::xml_node node) {
-  const BOOL r = CQVTabCtrlBase::CreateChildren(node);
-  InsertInitialTabs(this, node);
-  return r;
-}
 
 CQVThirdTabItem::CQVThirdTabItem(IQVItemContainer* container) : CQVSecondaryTabItem(container, kThirdLook) {}
 
@@ -585,7 +579,7 @@ void CQVFilterTab::OnInsertNewItem(CQVItemBase* item) {
 }
 
 void CQVFilterTab::RemoveTab(CQVItemBase* item) {
-  if (single_ || !item) {
+  if (single_ || !QVItemListNodeBase<CQVItemBase>::ListContains(head_, item)) {
     CQVTabCtrlBase::RemoveTab(item);
     return;
   }

@@ -108,11 +108,12 @@ class QVSTDCTRLS_API CQVSecondaryTabItem : public CQVVariantItemBase {
   CQVSecondaryTabItem(IQVItemContainer* container, const QVItemLook& look);
 };
 
-class QVSTDCTRLS_API CQVSecondaryTab : public CQVTabCtrlBase {
-  SOUI_CLASS_NAME(CQVSecondaryTab, CQVTabCtrlBase, L"qv_secondarytab")
+// A second-level strip is a primary strip in another look (so it also
+// answers to "qv_primarytab" and reports tail clicks the same way).
+class QVSTDCTRLS_API CQVSecondaryTab : public CQVPrimaryTab {
+  SOUI_CLASS_NAME(CQVSecondaryTab, CQVPrimaryTab, L"qv_secondarytab")
  public:
   CQVSecondaryTab();
-  BOOL CreateChildren(pugi::xml_node node) override;
 
  protected:
   CQVItemBase* CreateItem() override { return new CQVSecondaryTabItem(this); }

@@ -184,9 +184,13 @@ void CQVTabCtrlBase::OnInsertNewItem(CQVItemBase* item) {
 }
 
 void CQVTabCtrlBase::RemoveTab(CQVItemBase* item) {
-  if (!item) return;
+  // Only a tab of this strip can leave it, and only once.
+  if (!QVItemListNodeBase<CQVItemBase>::ListContains(head_, item)) return;
   const bool was_selected = item == cur_sel_;
   QVItemListNodeBase<CQVItemBase>::ListRemove(head_, item);
+  // The one place where a leaving tab stops being a target: whatever the
+  // user is still doing with it (a press, a drag) ends here.
+  item->MarkRemoved();
   if (pressed_ == item) pressed_ = nullptr;
   if (last_switch_dragged_ == item || last_switch_other_ == item) ResetSwitchState();
   item->HideWithAnimator(kFadeMs);
@@ -570,7 +574,8 @@ void CQVTabCtrlBase::OnItemMoveToComplete(CQVItemBase* item) { (void)item; }
 void CQVTabCtrlBase::OnItemShowComplete(CQVItemBase* item) { (void)item; }
 
 void CQVTabCtrlBase::OnItemHideComplete(CQVItemBase* item) {
-  if (!IsTab(item)) return;
+  // Only removed tabs are destroyed: one still in the list stays, hidden.
+  if (!IsTab(item) || !item->IsRemoved() || QVItemListNodeBase<CQVItemBase>::ListContains(head_, item)) return;
   DestroyChild(item);
   UpdateChildrenPosition();
   UpdateAllTabRect();

@@ -130,6 +130,30 @@ TEST(ItemListTest, RemovedNodeLeavesAConsistentListAndComesBackThroughInsert) {
   EXPECT_EQ(f.head, nullptr);
 }
 
+TEST(ItemListTest, ARemovedNodeIsNeverRelinkedByMoveRemoveOrSwap) {
+  Fixture f(4);
+  List::ListRemove(f.head, f.at('b'));
+  // 'b' still points at 'a' and 'c'; a late move, remove or swap of it (or
+  // with it as the anchor) must leave the list alone.
+  List::ListMove(f.head, f.at('b'), f.at('c'));
+  List::ListMove(f.head, f.at('b'), nullptr);
+  List::ListMove(f.head, f.at('a'), f.at('b'));
+  List::ListRemove(f.head, f.at('b'));
+  List::ListSwap(f.head, f.at('b'), f.at('d'));
+  EXPECT_EQ(f.Order(), "acd");
+  List::ListInsert(f.head, f.at('b'), 1);
+  EXPECT_EQ(f.Order(), "abcd");
+}
+
+TEST(ItemListTest, MovingTheOnlyNodeOrANodeBehindItselfKeepsTheList) {
+  Fixture one(1);
+  List::ListMove(one.head, one.at('a'), nullptr);
+  EXPECT_EQ(one.Order(), "a");
+  Fixture f(3);
+  List::ListMove(f.head, f.at('b'), f.at('b'));
+  EXPECT_EQ(f.Order(), "abc");
+}
+
 struct LoopCase {
   char from, to;  // to '-' loops to the tail
   char stop_at;   // fn returns true here ('-' never)
