@@ -5,6 +5,8 @@
 // swnd_input.cpp.
 #include "soui/swnd.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <strings.h>
 #include <map>
@@ -179,6 +181,30 @@ const ThemedFont& SwndStyle::GetFont(int state) const {
 
 // ---- construction and tree ------------------------------------------------------
 
+namespace {
+
+// Bumped by every change that can alter a window's content size (and at the
+// start of each layout pass); a desired size measured in an older epoch is
+// measured again.
+unsigned g_measure_epoch = 1;
+
+// Visits every descendant of root in document order without recursion.
+template <class Fn>
+void ForEachDescendant(SWindow* root, Fn fn) {
+  SWindow* w = root->GetWindow(GSW_FIRSTCHILD);
+  while (w) {
+    fn(w);
+    if (SWindow* c = w->GetWindow(GSW_FIRSTCHILD)) {
+      w = c;
+      continue;
+    }
+    while (w != root && !w->GetWindow(GSW_NEXTSIBLING)) w = w->GetParent();
+    w = w == root ? nullptr : w->GetWindow(GSW_NEXTSIBLING);
+  }
+}
+
+}  // namespace
+
 SWindow::SWindow() {
   // A window made in code fills its parent until told otherwise.
   layout_param_.SetMatchParent(Orientation::Horz);
@@ -239,8 +265,14 @@ SWindow* SWindow::GetRoot() const {
   return const_cast<SWindow*>(w);
 }
 
-void SWindow::InsertChild(SWindow* child, SWindow* after) {
-  if (!child || child == this || child->parent_) return;
+BOOL SWindow::InsertChild(SWindow* child, SWindow* after) {
+  if (!child || child == this || child->parent_) return FALSE;
+  if (depth_ + 1 + child->SubtreeHeight() > kMaxTreeDepth) {
+    QVLOG(QV_LOG_ERROR, "SOUI") << L"InsertChild: the tree would be deeper than " << kMaxTreeDepth
+                                << L" levels; " << child->GetObjectClass() << L" name='" << child->name_
+                                << L"' not inserted";
+    return FALSE;
+  }
   child->parent_ = this;
   if (after == ICWND_LAST || (after != ICWND_FIRST && after->parent_ != this)) {
     child->prev_sibling_ = last_child_;
@@ -262,8 +294,23 @@ void SWindow::InsertChild(SWindow* child, SWindow* after) {
     after->next_sibling_ = child;
   }
   ++child_count_;
+  child->SetDepth(depth_ + 1);
   if (child->container_ != container_) child->SetContainer(container_);
   RequestRelayout();
+  return TRUE;
+}
+
+void SWindow::SetDepth(int depth) {
+  const int shift = depth - depth_;
+  if (shift == 0) return;
+  depth_ = depth;
+  ForEachDescendant(this, [shift](SWindow* w) { w->depth_ += shift; });
+}
+
+int SWindow::SubtreeHeight() const {
+  int deepest = depth_;
+  ForEachDescendant(const_cast<SWindow*>(this), [&deepest](SWindow* w) { deepest = std::max(deepest, w->depth_); });
+  return deepest - depth_;
 }
 
 BOOL SWindow::RemoveChild(SWindow* child) {
@@ -273,6 +320,7 @@ BOOL SWindow::RemoveChild(SWindow* child) {
   if (child->next_sibling_) child->next_sibling_->prev_sibling_ = child->prev_sibling_;
   else last_child_ = child->prev_sibling_;
   child->parent_ = child->prev_sibling_ = child->next_sibling_ = nullptr;
+  child->SetDepth(0);
   --child_count_;
   if (container_) container_->OnSwndDestroyed(child);  // drop capture/hover/focus on it
   RequestRelayout();
@@ -348,23 +396,35 @@ void SWindow::LogChildNotFound(const wchar_t* cls, const SStringW& name) const {
 }
 
 void SWindow::SetContainer(ISwndContainer* container) {
-  ISwndContainer* old = container_;
-  if (old && old != container) old->OnSwndDestroyed(this);
-  container_ = container;
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->SetContainer(container);
-  if (old != container) OnContainerChanged(old);
+  auto set = [container](SWindow* w) {
+    ISwndContainer* old = w->container_;
+    if (old && old != container) old->OnSwndDestroyed(w);
+    w->container_ = container;
+    if (old != container) w->OnContainerChanged(old);
+  };
+  set(this);
+  ForEachDescendant(this, set);
 }
 
 void SWindow::OnContainerChanged(ISwndContainer* old_container) {
   (void)old_container;
   layout_dirty_ = true;
+  ++g_measure_epoch;
 }
 
 // ---- identity and text ---------------------------------------------------------------
 
 SStringW SWindow::GetWindowText(BOOL raw) const { return (raw && has_raw_text_) ? text_raw_ : text_; }
 
-void SWindow::SetWindowText(const SStringW& text) {
+void SWindow::SetWindowText(const SStringW& text_in) {
+  SStringW capped;
+  if (text_in.GetLength() > kMaxWindowTextLength) {
+    QVLOG(QV_LOG_WARN, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': text of "
+                               << text_in.GetLength() << L" characters cut to " << kMaxWindowTextLength;
+    capped = text_in.Left(kMaxWindowTextLength);
+  }
+  const SStringW& text = capped.IsEmpty() ? text_in : capped;
+  ++g_measure_epoch;
   SApplication* app = SApplication::getSingletonPtr();
   if (!app) {
     text_ = text;
@@ -412,7 +472,12 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     return AfterAttribute(name, value, loading, S_OK);
   }
   if (IsLayoutAttr(attr)) {
-    if (!layout_param_.SetAttribute(name, value)) return E_FAIL;
+    if (!layout_param_.SetAttribute(name, value)) {
+      QVLOG(QV_LOG_WARN, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': " << name << L"=\""
+                                 << value << L"\" is malformed or out of range (sizes up to "
+                                 << static_cast<int>(SLayoutSize::kMaxValue) << L"); ignored";
+      return E_FAIL;
+    }
     RequestRelayout();
     return AfterAttribute(name, value, loading, S_FALSE);
   }
@@ -480,6 +545,56 @@ void SWindow::SetAttributeRecursive(const SStringW& name, const SStringW& value)
 
 // ---- XML creation ---------------------------------------------------------------------
 
+namespace {
+
+// The value of an attribute (or inner text), at most max_chars characters;
+// the cut is made on a character boundary without widening the rest.
+SStringW CappedXmlText(const char* utf8, int max_chars, bool* cut) {
+  size_t i = 0;
+  int chars = 0;
+  for (; utf8[i]; ++i) {
+    if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80 && chars++ == max_chars) break;
+  }
+  *cut = utf8[i] != 0;
+  return *cut ? SStringW::FromUtf8(std::string(utf8, i)) : SStringW::FromUtf8(utf8);
+}
+
+// What the XML build in progress has open: how deeply includes nest and
+// which are being expanded, so that a cycle is caught at its first repeat.
+struct XmlBuildState {
+  int active = 0;               // CreateChildFromXml frames on the stack
+  bool depth_reported = false;  // one line per build for windows cut off
+  std::vector<SStringW> includes;
+};
+
+XmlBuildState& BuildState() {
+  static XmlBuildState state;
+  return state;
+}
+
+class BuildScope {
+ public:
+  BuildScope() { ++BuildState().active; }
+  ~BuildScope() {
+    XmlBuildState& s = BuildState();
+    if (--s.active == 0) s.depth_reported = false;
+  }
+  BuildScope(const BuildScope&) = delete;
+  BuildScope& operator=(const BuildScope&) = delete;
+};
+
+// "TYPE:name" in one spelling, so that "self" and "layout:self" are one include.
+SStringW IncludeKey(const SStringW& src) {
+  const int colon = src.Find(L':');
+  SStringW type = colon < 0 ? SStringW(L"LAYOUT") : src.Left(colon);
+  SStringW name = colon < 0 ? src : src.Mid(colon + 1);
+  type.MakeLower();
+  name.MakeLower();
+  return type + L":" + name;
+}
+
+}  // namespace
+
 BOOL SWindow::InitFromXml(pugi::xml_node node) {
   if (node) {
     // From XML a window starts as wrap x wrap.
@@ -490,16 +605,30 @@ BOOL SWindow::InitFromXml(pugi::xml_node node) {
       if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
     }
     for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      if (!is_class(a)) SetAttribute(XmlName(a), XmlValue(a), TRUE);
+      if (is_class(a)) continue;
+      bool cut = false;
+      const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
+      if (cut) {
+        QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
+                                   << L" longer than " << kMaxAttrValueLength << L" characters; cut";
+      }
+      SetAttribute(XmlName(a), value, TRUE);
     }
     // Non-blank inner text overrides the text attribute.
-    SStringW inner = SStringW::FromUtf8(node.text().get());
+    bool cut = false;
+    SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
+    if (cut) {
+      QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
+                                 << kMaxWindowTextLength << L" characters; cut";
+    }
     SStringW trimmed(inner);
     if (!trimmed.Trim().IsEmpty()) {
       inner.Replace(L"\\n", L"\n");
       SetWindowText(trimmed);
     }
+    building_children_ = true;
     CreateChildren(node);
+    building_children_ = false;
   }
   NotifyCreate();
   OnInitFinished(node);
@@ -537,10 +666,24 @@ BOOL SWindow::CreateChildren(const wchar_t* xml) {
 SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
   SApplication* app = SApplication::getSingletonPtr();
   if (!app) return nullptr;
+  BuildScope scope;
+  XmlBuildState& build = BuildState();
   const SStringW tag = XmlName(child);
   if (tag.CompareNoCase(L"include") == 0) {
     pugi::xml_document doc;
     const SStringW src = XmlValue(XmlAttrNoCase(child, L"src"));
+    const SStringW key = IncludeKey(src);
+    if (std::find(build.includes.begin(), build.includes.end(), key) != build.includes.end()) {
+      SStringW chain;
+      for (const SStringW& k : build.includes) chain += k + L" -> ";
+      QVLOG(QV_LOG_ERROR, "SOUI") << L"include: cycle " << chain << key << L"; not expanded again";
+      return nullptr;
+    }
+    if (static_cast<int>(build.includes.size()) >= kMaxIncludeDepth) {
+      QVLOG(QV_LOG_ERROR, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
+                                  << L" includes; not expanded";
+      return nullptr;
+    }
     if (!app->LoadXmlDocment(doc, src)) {
       QVLOG(QV_LOG_WARN, "SOUI") << L"include: no layout resource " << src;
       return nullptr;
@@ -554,11 +697,20 @@ SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
       if (!dst) dst = root.append_attribute(a.name());
       dst.set_value(a.value());
     }
-    if (XmlName(root).CompareNoCase(L"include") == 0) {
-      CreateChildren(root);
-      return nullptr;
+    build.includes.push_back(key);
+    SWindow* made = nullptr;
+    if (XmlName(root).CompareNoCase(L"include") == 0) CreateChildren(root);
+    else made = CreateChildFromXml(root);
+    build.includes.pop_back();
+    return made;
+  }
+  if (depth_ + 1 > kMaxTreeDepth) {
+    if (!build.depth_reported) {
+      QVLOG(QV_LOG_ERROR, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << tag
+                                  << L"> and everything inside it not created";
+      build.depth_reported = true;
     }
-    return CreateChildFromXml(root);
+    return nullptr;
   }
   // "button.ok" creates a button styled with class "button.ok".
   SStringW cls_tag = tag;
@@ -685,6 +837,14 @@ CSize SWindow::GetDesiredSize(LPCRECT rc_container) {
   return GetDesiredSize(rc.Width(), rc.Height());
 }
 
+namespace {
+// Content plus margin and padding, kept well inside int whatever the text measured.
+int SaturatedSum(LONG a, int b) {
+  const long long v = static_cast<long long>(a) + b;
+  return static_cast<int>(std::min<long long>(std::max<long long>(v, 0), INT_MAX / 4));
+}
+}  // namespace
+
 CSize SWindow::GetDesiredSize(int width, int height) {
   const int scale = GetScale();
   CSize size(-1, -1);
@@ -697,6 +857,14 @@ CSize SWindow::GetDesiredSize(int width, int height) {
   }
   if (size.cx >= 0 && size.cy >= 0) return size;
 
+  // Content depends only on the axes fixed above (and the tree, which bumps
+  // the epoch when it changes), so nested wrap windows measure once a pass.
+  DesiredCache& cache = desired_cache_;
+  if (cache.epoch == g_measure_epoch && cache.width == size.cx && cache.height == size.cy &&
+      cache.scale == scale) {
+    return cache.size;
+  }
+  const CSize fixed = size;
   const CRect margin = style_.GetMargin(scale);
   const CRect padding = style_.GetPadding(scale);
   const int extra_w = margin.left + margin.right + padding.left + padding.right;
@@ -706,8 +874,13 @@ CSize SWindow::GetDesiredSize(int width, int height) {
   const CSize text = MeasureContent(text_width);
   const CSize children = SouiLayout::MeasureChildren(
       this, size.cx >= 0 ? size.cx - extra_w : -1, size.cy >= 0 ? size.cy - extra_h : -1);
-  if (size.cx < 0) size.cx = std::max(text.cx, children.cx) + extra_w;
-  if (size.cy < 0) size.cy = std::max(text.cy, children.cy) + extra_h;
+  if (size.cx < 0) size.cx = SaturatedSum(std::max(text.cx, children.cx), extra_w);
+  if (size.cy < 0) size.cy = SaturatedSum(std::max(text.cy, children.cy), extra_h);
+  cache.epoch = g_measure_epoch;
+  cache.width = fixed.cx;
+  cache.height = fixed.cy;
+  cache.scale = scale;
+  cache.size = size;
   return size;
 }
 
@@ -732,10 +905,13 @@ CSize SWindow::MeasureTextExtent(const SStringW& text, int max_width, UINT forma
 }
 
 void SWindow::MarkLayoutDirtyUpwards() {
+  ++g_measure_epoch;
   layout_dirty_ = true;
-  // A content-sized ancestor changes size with us, so its parent must re-lay too.
+  // A content-sized ancestor changes size with us, so its parent must re-lay
+  // too. A window still creating its children marks its ancestors itself
+  // when done, so a layout being built climbs each level once.
   SWindow* w = this;
-  while (w->parent_) {
+  while (w->parent_ && !w->building_children_) {
     w->parent_->layout_dirty_ = true;
     const SouiLayoutParam* p = w->GetLayoutParam();
     if (w->float_ || !(p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert))) break;
@@ -749,11 +925,17 @@ void SWindow::RequestRelayout() {
 }
 
 void SWindow::UpdateLayout() {
+  // Each pass measures afresh: content may change without a relayout request.
+  ++g_measure_epoch;
+  UpdateLayoutTree();
+}
+
+void SWindow::UpdateLayoutTree() {
   if (layout_dirty_) {
     layout_dirty_ = false;
     UpdateChildrenPosition();
   }
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->UpdateLayout();
+  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->UpdateLayoutTree();
 }
 
 void SWindow::UpdateChildrenPosition() { SouiLayout::LayoutChildren(this); }
@@ -777,10 +959,7 @@ void SWindow::OnRelayout(const CRect& rc) {
 }
 
 void SWindow::ShiftDescendants(int dx, int dy) {
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
-    c->rect_.OffsetRect(dx, dy);
-    c->ShiftDescendants(dx, dy);
-  }
+  ForEachDescendant(this, [dx, dy](SWindow* w) { w->rect_.OffsetRect(dx, dy); });
 }
 
 SWindow* SWindow::GetNextLayoutChild(const SWindow* cur) const {
@@ -808,6 +987,7 @@ SWindow* SWindow::SwndFromPoint(CPoint pt, BOOL include_msg_transparent) {
 void SWindow::OnScaleChanged(int scale) {
   (void)scale;
   layout_dirty_ = true;
+  ++g_measure_epoch;
   for (SWindow* c = first_child_; c; c = c->next_sibling_) c->OnScaleChanged(scale);
 }
 

@@ -102,6 +102,25 @@ struct SwndStyle {
 
 class SWindow : public SObject {
  public:
+  // ---- limits ---------------------------------------------------------------
+  // Layout, painting, hit-testing, measuring and destruction walk the tree
+  // recursively, a few frames per level. The deepest tree is capped so that
+  // this stays far inside an 8 MB stack even in a sanitized debug build
+  // (about 2.5 KB per level there); no real layout comes near it. Windows
+  // deeper than this are not created (one log line per build), and
+  // InsertChild refuses a child that would go deeper. The host's root is
+  // depth 0.
+  static constexpr int kMaxTreeDepth = 1000;
+  // Includes expanding inside includes. An include already being expanded
+  // (a cycle, including a layout that includes itself) is refused on its
+  // own, whatever the depth.
+  static constexpr int kMaxIncludeDepth = 32;
+  // Attribute values from XML and window text are cut to this many
+  // characters (one log line each): far beyond any label, yet small enough
+  // to shape in a few milliseconds.
+  static constexpr int kMaxAttrValueLength = 64 * 1024;
+  static constexpr int kMaxWindowTextLength = 64 * 1024;
+
   static const wchar_t* GetClassName() { return L"window"; }
   static const wchar_t* BaseClassName() { return SObject::GetClassName(); }
   const wchar_t* GetObjectClass() const override { return GetClassName(); }
@@ -118,7 +137,11 @@ class SWindow : public SObject {
   SWindow* GetRoot() const;
   UINT GetChildrenCount() const { return child_count_; }
   // Takes ownership. after: ICWND_FIRST, ICWND_LAST or a child of this window.
-  void InsertChild(SWindow* child, SWindow* after = ICWND_LAST);
+  // FALSE (logged, nothing changes, the caller keeps the child) when the
+  // child's subtree would end deeper than kMaxTreeDepth.
+  BOOL InsertChild(SWindow* child, SWindow* after = ICWND_LAST);
+  // Number of ancestors: 0 for a window without a parent.
+  int GetDepth() const { return depth_; }
   // Unlinks without destroying; the caller owns the child again.
   BOOL RemoveChild(SWindow* child);
   // Unlinks and destroys.
@@ -342,6 +365,9 @@ class SWindow : public SObject {
   void NotifyCreate();
   void MarkLayoutDirtyUpwards();
   void ShiftDescendants(int dx, int dy);
+  void SetDepth(int depth);
+  void UpdateLayoutTree();
+  int SubtreeHeight() const;
 
   SWindow* parent_ = nullptr;
   SWindow* owner_ = nullptr;
@@ -352,9 +378,20 @@ class SWindow : public SObject {
   UINT child_count_ = 0;
   ISwndContainer* container_ = nullptr;
   EventSet events_;
+  int depth_ = 0;
   bool layout_dirty_ = true;
   bool created_ = false;
   bool destroying_ = false;
+  // Creating children from XML: descendants need not mark the ancestors
+  // above this one dirty; it does so itself once its children are made.
+  bool building_children_ = false;
+  // GetDesiredSize's last answer, valid while no size-affecting change has
+  // happened anywhere since (see MeasureEpoch in swnd.cpp).
+  struct DesiredCache {
+    unsigned epoch = 0;
+    int width = 0, height = 0, scale = 0;
+    CSize size;
+  } desired_cache_;
 };
 
 // Declares a class derived from a toolkit window: tag, base tag and IsClass.
