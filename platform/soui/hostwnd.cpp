@@ -362,7 +362,23 @@ IRenderTarget* SHostWnd::Render() {
   const CRect client = GetClientRect();
   if (client.IsRectEmpty()) return nullptr;
   if (!frame_ || frame_->GetSize() != client.Size()) {
-    frame_ = app->GetRenderFactory()->CreateRenderTarget(client.Width(), client.Height());
+    frame_.reset();
+    const long long area = static_cast<long long>(client.Width()) * client.Height();
+    if (client.Width() <= kMaxFrameSide && client.Height() <= kMaxFrameSide && area <= kMaxFrameArea) {
+      frame_ = app->GetRenderFactory()->CreateRenderTarget(client.Width(), client.Height());
+    }
+    // The backend may fail too (out of memory): its target then has another size.
+    if (frame_ && frame_->GetSize() != client.Size()) frame_.reset();
+    if (!frame_) {
+      if (unpaintable_size_ != client.Size()) {
+        unpaintable_size_ = client.Size();
+        QVLOG(QV_LOG_ERROR, "SOUI") << L"SHostWnd '" << attr_.title << L"': no frame of " << client.Width()
+                                    << L"x" << client.Height() << L" pixels (at most " << kMaxFrameSide
+                                    << L" a side, " << kMaxFrameArea << L" in all); not painted";
+      }
+      return nullptr;
+    }
+    unpaintable_size_ = CSize();
     dirty_ = client;
   }
   if (dirty_.IsRectEmpty()) return frame_.get();
