@@ -174,6 +174,14 @@ COLORREF SwndStyle::GetTextColor(int state) const {
   return colorText[0].Get();
 }
 
+bool SwndStyle::HasFont() const {
+  return font[0].IsSet() || font[1].IsSet() || font[2].IsSet() || font[3].IsSet();
+}
+
+bool SwndStyle::HasTextColor() const {
+  return colorText[0].IsSet() || colorText[1].IsSet() || colorText[2].IsSet() || colorText[3].IsSet();
+}
+
 const ThemedFont& SwndStyle::GetFont(int state) const {
   if (state > 0 && state < 4 && font[state].IsSet()) return font[state];
   return font[0];
@@ -596,36 +604,9 @@ SStringW IncludeKey(const SStringW& src) {
 }  // namespace
 
 BOOL SWindow::InitFromXml(pugi::xml_node node) {
+  // Kept lean: it recurses through CreateChildren once per nesting level.
   if (node) {
-    // From XML a window starts as wrap x wrap.
-    layout_param_.Clear();
-    // A class is applied before the element's own attributes.
-    auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
-    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
-    }
-    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      if (is_class(a)) continue;
-      bool cut = false;
-      const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
-      if (cut) {
-        QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
-                                   << L" longer than " << kMaxAttrValueLength << L" characters; cut";
-      }
-      SetAttribute(XmlName(a), value, TRUE);
-    }
-    // Non-blank inner text overrides the text attribute.
-    bool cut = false;
-    SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
-    if (cut) {
-      QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
-                                 << kMaxWindowTextLength << L" characters; cut";
-    }
-    SStringW trimmed(inner);
-    if (!trimmed.Trim().IsEmpty()) {
-      inner.Replace(L"\\n", L"\n");
-      SetWindowText(trimmed);
-    }
+    ApplyXmlAttributes(node);
     building_children_ = true;
     CreateChildren(node);
     building_children_ = false;
@@ -634,6 +615,38 @@ BOOL SWindow::InitFromXml(pugi::xml_node node) {
   OnInitFinished(node);
   RequestRelayout();
   return TRUE;
+}
+
+void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
+  // From XML a window starts as wrap x wrap.
+  layout_param_.Clear();
+  // A class is applied before the element's own attributes.
+  auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
+  for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+    if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
+  }
+  for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+    if (is_class(a)) continue;
+    bool cut = false;
+    const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
+    if (cut) {
+      QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
+                                 << L" longer than " << kMaxAttrValueLength << L" characters; cut";
+    }
+    SetAttribute(XmlName(a), value, TRUE);
+  }
+  // Non-blank inner text overrides the text attribute.
+  bool cut = false;
+  SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
+  if (cut) {
+    QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
+                               << kMaxWindowTextLength << L" characters; cut";
+  }
+  SStringW trimmed(inner);
+  if (!trimmed.Trim().IsEmpty()) {
+    inner.Replace(L"\\n", L"\n");
+    SetWindowText(trimmed);
+  }
 }
 
 void SWindow::NotifyCreate() {
@@ -664,54 +677,31 @@ BOOL SWindow::CreateChildren(const wchar_t* xml) {
 }
 
 SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
-  SApplication* app = SApplication::getSingletonPtr();
-  if (!app) return nullptr;
+  // This frame is on the stack once per nesting level: the work is done in
+  // helpers that return before the recursion goes on.
+  if (!SApplication::getSingletonPtr()) return nullptr;
   BuildScope scope;
-  XmlBuildState& build = BuildState();
-  const SStringW tag = XmlName(child);
-  if (tag.CompareNoCase(L"include") == 0) {
-    pugi::xml_document doc;
-    const SStringW src = XmlValue(XmlAttrNoCase(child, L"src"));
-    const SStringW key = IncludeKey(src);
-    if (std::find(build.includes.begin(), build.includes.end(), key) != build.includes.end()) {
-      SStringW chain;
-      for (const SStringW& k : build.includes) chain += k + L" -> ";
-      QVLOG(QV_LOG_ERROR, "SOUI") << L"include: cycle " << chain << key << L"; not expanded again";
-      return nullptr;
-    }
-    if (static_cast<int>(build.includes.size()) >= kMaxIncludeDepth) {
-      QVLOG(QV_LOG_ERROR, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
-                                  << L" includes; not expanded";
-      return nullptr;
-    }
-    if (!app->LoadXmlDocment(doc, src)) {
-      QVLOG(QV_LOG_WARN, "SOUI") << L"include: no layout resource " << src;
-      return nullptr;
-    }
-    pugi::xml_node root = doc.document_element();
-    if (!root) return nullptr;
-    // The include's own attributes (except src) override the included root's.
-    for (pugi::xml_attribute a = child.first_attribute(); a; a = a.next_attribute()) {
-      if (SStringW::FromUtf8(a.name()).CompareNoCase(L"src") == 0) continue;
-      pugi::xml_attribute dst = root.attribute(a.name());
-      if (!dst) dst = root.append_attribute(a.name());
-      dst.set_value(a.value());
-    }
-    build.includes.push_back(key);
-    SWindow* made = nullptr;
-    if (XmlName(root).CompareNoCase(L"include") == 0) CreateChildren(root);
-    else made = CreateChildFromXml(root);
-    build.includes.pop_back();
-    return made;
-  }
+  if (strcasecmp(child.name(), "include") == 0) return CreateIncludeFromXml(child);
   if (depth_ + 1 > kMaxTreeDepth) {
-    if (!build.depth_reported) {
-      QVLOG(QV_LOG_ERROR, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << tag
-                                  << L"> and everything inside it not created";
-      build.depth_reported = true;
-    }
+    ReportTooDeep(child);
     return nullptr;
   }
+  SWindow* wnd = CreateWindowFromXml(child);
+  if (wnd) wnd->InitFromXml(child);
+  return wnd;
+}
+
+void SWindow::ReportTooDeep(pugi::xml_node child) {
+  XmlBuildState& build = BuildState();
+  if (build.depth_reported) return;
+  build.depth_reported = true;
+  QVLOG(QV_LOG_ERROR, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << XmlName(child)
+                              << L"> and everything inside it not created";
+}
+
+SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
+  SApplication* app = SApplication::getSingletonPtr();
+  const SStringW tag = XmlName(child);
   // "button.ok" creates a button styled with class "button.ok".
   SStringW cls_tag = tag;
   SStringW cls;
@@ -727,8 +717,45 @@ SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
   }
   InsertChild(wnd);
   if (!cls.IsEmpty()) wnd->SetAttribute(L"class", cls, TRUE);
-  wnd->InitFromXml(child);
   return wnd;
+}
+
+SWindow* SWindow::CreateIncludeFromXml(pugi::xml_node child) {
+  SApplication* app = SApplication::getSingletonPtr();
+  XmlBuildState& build = BuildState();
+  pugi::xml_document doc;
+  const SStringW src = XmlValue(XmlAttrNoCase(child, L"src"));
+  const SStringW key = IncludeKey(src);
+  if (std::find(build.includes.begin(), build.includes.end(), key) != build.includes.end()) {
+    SStringW chain;
+    for (const SStringW& k : build.includes) chain += k + L" -> ";
+    QVLOG(QV_LOG_ERROR, "SOUI") << L"include: cycle " << chain << key << L"; not expanded again";
+    return nullptr;
+  }
+  if (static_cast<int>(build.includes.size()) >= kMaxIncludeDepth) {
+    QVLOG(QV_LOG_ERROR, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
+                                << L" includes; not expanded";
+    return nullptr;
+  }
+  if (!app->LoadXmlDocment(doc, src)) {
+    QVLOG(QV_LOG_WARN, "SOUI") << L"include: no layout resource " << src;
+    return nullptr;
+  }
+  pugi::xml_node root = doc.document_element();
+  if (!root) return nullptr;
+  // The include's own attributes (except src) override the included root's.
+  for (pugi::xml_attribute a = child.first_attribute(); a; a = a.next_attribute()) {
+    if (strcasecmp(a.name(), "src") == 0) continue;
+    pugi::xml_attribute dst = root.attribute(a.name());
+    if (!dst) dst = root.append_attribute(a.name());
+    dst.set_value(a.value());
+  }
+  build.includes.push_back(key);
+  SWindow* made = nullptr;
+  if (strcasecmp(root.name(), "include") == 0) CreateChildren(root);
+  else made = CreateChildFromXml(root);
+  build.includes.pop_back();
+  return made;
 }
 
 // ---- state ----------------------------------------------------------------------------

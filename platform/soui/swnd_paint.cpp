@@ -16,7 +16,9 @@ void SWindow::InvalidateRect(const CRect& rc) {
 IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
   const int scale = GetScale();
   for (const SWindow* w = this; w; w = w->parent_) {
-    const ThemedFont& f = w->style_.GetFont(w == this ? GetStateIndex() : w->GetStateIndex());
+    // The state (a walk up the tree) only matters where a font is set.
+    if (!w->style_.HasFont()) continue;
+    const ThemedFont& f = w->style_.GetFont(w->GetStateIndex());
     if (f.IsSet()) {
       if (IFontPtr font = f.Get(scale)) return font;
     }
@@ -28,6 +30,7 @@ IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
 
 COLORREF SWindow::GetPaintTextColor() const {
   for (const SWindow* w = this; w; w = w->parent_) {
+    if (!w->style_.HasTextColor()) continue;
     const COLORREF c = w->style_.GetTextColor(w->GetStateIndex());
     if (c != CR_INVALID) return c;
   }

@@ -2,7 +2,10 @@
 // and leave a host that still lays out, paints and routes a click.
 #include <gtest/gtest.h>
 
+#include <pthread.h>
+
 #include <chrono>
+#include <functional>
 #include <string>
 
 #include "qvhost/qvlog.h"
@@ -67,6 +70,24 @@ class RobustnessTest : public test::UiTestBase {
   long long build_ms_ = 0;
 };
 
+// Runs fn on a thread with a stack of the given size, and waits for it.
+void RunWithStack(size_t bytes, std::function<void()> fn) {
+  pthread_attr_t attr;
+  pthread_attr_init(&attr);
+  pthread_attr_setstacksize(&attr, bytes);
+  pthread_t thread;
+  auto body = [](void* arg) -> void* {
+    (*static_cast<std::function<void()>*>(arg))();
+    return nullptr;
+  };
+  ASSERT_EQ(0, pthread_create(&thread, &attr, body, &fn));
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attr);
+}
+
+// Half the usual 8 MB main stack: the deepest tree must fit with room to spare.
+constexpr size_t kHalfStack = 4u << 20;
+
 // Generous enough for a sanitized build on a busy machine; the faults these
 // guard against took tens of seconds or crashed.
 constexpr long long kPromptMs = 3000;
@@ -128,26 +149,43 @@ TEST_F(RobustnessTest, HundredThousandLevelsAreCutAtTheLimitAndTheDeepestTreeWor
   xml.reserve(kLevels * 32);
   for (int i = 0; i < kLevels; ++i) xml += L"<window pos='0,0,-0,-0'>";
   for (int i = 0; i < kLevels; ++i) xml += L"</window>";
-  // Beside the button, so the chain's far corner is free of it.
-  Build(SStringW(xml.c_str()));
-  EXPECT_LT(build_ms_, kPromptMs);
-  EXPECT_EQ(1, CountLogLines(L"layout nested deeper than 1000 levels"));
+  RunWithStack(kHalfStack, [&] {
+    Build(SStringW(xml.c_str()));
+    EXPECT_LT(build_ms_, kPromptMs);
+    EXPECT_EQ(1, CountLogLines(L"layout nested deeper than 1000 levels"));
 
-  // Hit-testing reaches the deepest window the limit allows.
-  const auto start = Clock::now();
-  gen().MoveMouseTo(300, 200);
-  SWindow* deepest = host()->GetHover();
-  ASSERT_NE(nullptr, deepest);
-  EXPECT_EQ(SWindow::kMaxTreeDepth, deepest->GetDepth());
-  EXPECT_EQ(CRect(0, 0, 400, 300), deepest->GetWindowRect());
-  ExpectUsable();
-  // A resize lays the whole chain out again.
-  host()->MoveWindow(0, 0, 500, 400);
-  ASSERT_NE(nullptr, host()->Render());
-  EXPECT_EQ(CRect(0, 0, 500, 400), deepest->GetWindowRect());
-  // And the deepest tree is destroyed without trouble.
-  host_.reset();
-  EXPECT_LT(ElapsedMs(start), kPromptMs);
+    // Hit-testing reaches the deepest window the limit allows.
+    const auto start = Clock::now();
+    gen().MoveMouseTo(300, 200);
+    SWindow* deepest = host()->GetHover();
+    ASSERT_NE(nullptr, deepest);
+    EXPECT_EQ(SWindow::kMaxTreeDepth, deepest->GetDepth());
+    EXPECT_EQ(CRect(0, 0, 400, 300), deepest->GetWindowRect());
+    ExpectUsable();
+    // A resize lays the whole chain out again.
+    host()->MoveWindow(0, 0, 500, 400);
+    ASSERT_NE(nullptr, host()->Render());
+    EXPECT_EQ(CRect(0, 0, 500, 400), deepest->GetWindowRect());
+    // And the deepest tree is destroyed without trouble.
+    host_.reset();
+    EXPECT_LT(ElapsedMs(start), kPromptMs);
+  });
+}
+
+TEST_F(RobustnessTest, DeepestContentSizedChainFitsHalfAStack) {
+  // Every level sizes to its content: measuring recurses the whole depth.
+  std::wstring xml;
+  for (int i = 0; i < 100000; ++i) xml += L"<window text='x' colorBkgnd='#FFFFFF'>";
+  for (int i = 0; i < 100000; ++i) xml += L"</window>";
+  RunWithStack(kHalfStack, [&] {
+    Build(SStringW(xml.c_str()));
+    EXPECT_LT(build_ms_, kPromptMs);
+    EXPECT_TRUE(LogContains(L"layout nested deeper than 1000 levels"));
+    SWindow* outer = host()->GetRoot()->GetWindow(GSW_LASTCHILD);
+    EXPECT_GT(outer->GetWindowRect().Width(), 0);
+    ExpectUsable();
+    host_.reset();
+  });
 }
 
 TEST_F(RobustnessTest, InsertChildRefusesToGoDeeperThanTheLimit) {
