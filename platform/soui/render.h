@@ -13,6 +13,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "soui/sstring.h"
@@ -184,6 +185,13 @@ class IRenderTarget {
   // Everything drawn until PopLayer is composited with the given opacity.
   virtual void PushLayer(BYTE alpha) = 0;
   virtual void PopLayer() = 0;
+
+  // Writes the pixels as a PNG file (UTF-8 path). False when the target has
+  // no pixels (a recording target) or the file cannot be written.
+  virtual bool SavePng(const std::string& path) const {
+    (void)path;
+    return false;
+  }
 };
 
 // Creates render targets and decodes images; one per application.

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "qvhost/qvlog.h"
+#include "soui/slog.h"
 
 namespace SOUI {
 namespace {
@@ -89,7 +89,7 @@ void SSkinObjBase::LoadFromXml(pugi::xml_node decl, const ImageLoader& load_imag
 IBitmapPtr SSkinObjBase::LoadImage(const SStringW& src) const {
   IBitmapPtr image = load_image_ ? (*load_image_)(src) : nullptr;
   if (!image) {
-    QVLOG(QV_LOG_WARN, "SOUI") << L"skin '" << loading_name_ << L"' (" << GetObjectClass() << L"): image '"
+    SLOG(kLogWarn, "SOUI") << L"skin '" << loading_name_ << L"' (" << GetObjectClass() << L"): image '"
                                << src << L"' could not be loaded; the skin draws nothing";
   }
   return image;

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "qvhost/qvlog.h"
+#include "soui/slog.h"
 #include "soui/sapp.h"
 
 namespace SOUI {
@@ -276,7 +276,7 @@ SWindow* SWindow::GetRoot() const {
 BOOL SWindow::InsertChild(SWindow* child, SWindow* after) {
   if (!child || child == this || child->parent_) return FALSE;
   if (depth_ + 1 + child->SubtreeHeight() > kMaxTreeDepth) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"InsertChild: the tree would be deeper than " << kMaxTreeDepth
+    SLOG(kLogError, "SOUI") << L"InsertChild: the tree would be deeper than " << kMaxTreeDepth
                                 << L" levels; " << child->GetObjectClass() << L" name='" << child->name_
                                 << L"' not inserted";
     return FALSE;
@@ -399,7 +399,7 @@ SWindow* SWindow::FindChildByID(int id, int depth) const {
 }
 
 void SWindow::LogChildNotFound(const wchar_t* cls, const SStringW& name) const {
-  QVLOG(QV_LOG_WARN, "SOUI") << L"FindChildByName2 Failed, no window of class " << cls
+  SLOG(kLogWarn, "SOUI") << L"FindChildByName2 Failed, no window of class " << cls
                                    << L" with name of " << name;
 }
 
@@ -427,7 +427,7 @@ SStringW SWindow::GetWindowText(BOOL raw) const { return (raw && has_raw_text_) 
 void SWindow::SetWindowText(const SStringW& text_in) {
   SStringW capped;
   if (text_in.GetLength() > kMaxWindowTextLength) {
-    QVLOG(QV_LOG_WARN, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': text of "
+    SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': text of "
                                << text_in.GetLength() << L" characters cut to " << kMaxWindowTextLength;
     capped = text_in.Left(kMaxWindowTextLength);
   }
@@ -481,7 +481,7 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
   }
   if (IsLayoutAttr(attr)) {
     if (!layout_param_.SetAttribute(name, value)) {
-      QVLOG(QV_LOG_WARN, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': " << name << L"=\""
+      SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': " << name << L"=\""
                                  << value << L"\" is malformed or out of range (sizes up to "
                                  << static_cast<int>(SLayoutSize::kMaxValue) << L"); ignored";
       return E_FAIL;
@@ -630,7 +630,7 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
     bool cut = false;
     const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
     if (cut) {
-      QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
+      SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
                                  << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
     SetAttribute(XmlName(a), value, TRUE);
@@ -639,7 +639,7 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   bool cut = false;
   SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
   if (cut) {
-    QVLOG(QV_LOG_WARN, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
+    SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
                                << kMaxWindowTextLength << L" characters; cut";
   }
   SStringW trimmed(inner);
@@ -670,7 +670,7 @@ BOOL SWindow::CreateChildren(const wchar_t* xml) {
   pugi::xml_document doc;
   const std::string utf8 = SStringW(xml).ToUtf8();
   if (!doc.load_buffer(utf8.data(), utf8.size())) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"CreateChildren: malformed XML";
+    SLOG(kLogError, "SOUI") << L"CreateChildren: malformed XML";
     return FALSE;
   }
   return CreateChildren(doc);
@@ -695,7 +695,7 @@ void SWindow::ReportTooDeep(pugi::xml_node child) {
   XmlBuildState& build = BuildState();
   if (build.depth_reported) return;
   build.depth_reported = true;
-  QVLOG(QV_LOG_ERROR, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << XmlName(child)
+  SLOG(kLogError, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << XmlName(child)
                               << L"> and everything inside it not created";
 }
 
@@ -712,7 +712,7 @@ SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
   }
   SWindow* wnd = app->CreateWindowByName(cls_tag);
   if (!wnd) {
-    QVLOG(QV_LOG_WARN, "SOUI") << L"CreateChildren: unknown window class " << tag;
+    SLOG(kLogWarn, "SOUI") << L"CreateChildren: unknown window class " << tag;
     return nullptr;
   }
   InsertChild(wnd);
@@ -729,16 +729,16 @@ SWindow* SWindow::CreateIncludeFromXml(pugi::xml_node child) {
   if (std::find(build.includes.begin(), build.includes.end(), key) != build.includes.end()) {
     SStringW chain;
     for (const SStringW& k : build.includes) chain += k + L" -> ";
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"include: cycle " << chain << key << L"; not expanded again";
+    SLOG(kLogError, "SOUI") << L"include: cycle " << chain << key << L"; not expanded again";
     return nullptr;
   }
   if (static_cast<int>(build.includes.size()) >= kMaxIncludeDepth) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
+    SLOG(kLogError, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
                                 << L" includes; not expanded";
     return nullptr;
   }
   if (!app->LoadXmlDocment(doc, src)) {
-    QVLOG(QV_LOG_WARN, "SOUI") << L"include: no layout resource " << src;
+    SLOG(kLogWarn, "SOUI") << L"include: no layout resource " << src;
     return nullptr;
   }
   pugi::xml_node root = doc.document_element();

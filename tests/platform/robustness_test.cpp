@@ -63,7 +63,7 @@ class RobustnessTest : public test::UiTestBase {
 
   int CountLogLines(const wchar_t* text) const {
     int n = 0;
-    for (const QVLogLine& l : app_->GetLogSink().Lines()) n += l.Format().Find(text) >= 0;
+    for (const QVLogLine& l : QVLogSinkOf(*app_).Lines()) n += l.Format().Find(text) >= 0;
     return n;
   }
 
