@@ -22,6 +22,12 @@ namespace SOUI {
 
 namespace {
 
+// Bumped by every change that can alter a window's content size or what it
+// inherits (state, fonts, the tree) and at the start of each layout pass;
+// desired sizes and inherited state worked out in an older epoch are worked
+// out again.
+unsigned g_measure_epoch = 1;
+
 bool ParseSizeList(const SStringW& value, SLayoutSize out[4]) {
   const std::vector<SStringW> parts = SplitString(value, L',');
   SLayoutSize v[4];
@@ -98,6 +104,8 @@ bool SwndStyle::SetAttribute(const SStringW& name, const SStringW& value) {
 }
 
 bool SwndStyle::SetStdAttribute(StdAttr attr, const SStringW& value) {
+  // Fonts and colours are inherited: what descendants resolve may change.
+  ++g_measure_epoch;
   switch (attr) {
     case StdAttr::ColorText: return colorText[0].Set(value);
     case StdAttr::ColorTextHover: return colorText[1].Set(value);
@@ -190,11 +198,6 @@ const ThemedFont& SwndStyle::GetFont(int state) const {
 // ---- construction and tree ------------------------------------------------------
 
 namespace {
-
-// Bumped by every change that can alter a window's content size (and at the
-// start of each layout pass); a desired size measured in an older epoch is
-// measured again.
-unsigned g_measure_epoch = 1;
 
 // Visits every descendant of root in document order without recursion.
 template <class Fn>
@@ -764,6 +767,7 @@ DWORD SWindow::ModifyState(DWORD add, DWORD remove, BOOL update) {
   const DWORD old = state_;
   state_ = (state_ & ~remove) | add;
   if (state_ != old) {
+    ++g_measure_epoch;  // descendants inherit visibility and enabled state
     EventSwndStateChanged evt(this);
     evt.dwOldState = old;
     evt.dwNewState = state_;
@@ -781,10 +785,28 @@ int SWindow::GetStateIndex() const {
 }
 
 BOOL SWindow::IsVisible(BOOL check_parent) const {
-  for (const SWindow* w = this; w; w = check_parent ? w->parent_ : nullptr) {
-    if (w->state_ & WndState_Invisible) return FALSE;
+  if (check_parent) return GetInherited().hidden ? FALSE : TRUE;
+  return (state_ & WndState_Invisible) ? FALSE : TRUE;
+}
+
+const SWindow::Inherited& SWindow::GetInherited() const {
+  const unsigned epoch = g_measure_epoch;
+  if (inherited_.epoch == epoch) return inherited_;
+  // Fill in from the nearest ancestor that is current, downwards, without
+  // recursion: one walk up per epoch for the deepest window, O(1) after.
+  static std::vector<const SWindow*> path;
+  path.clear();
+  for (const SWindow* w = this; w && w->inherited_.epoch != epoch; w = w->parent_) path.push_back(w);
+  for (auto it = path.rbegin(); it != path.rend(); ++it) {
+    const SWindow* w = *it;
+    const Inherited* up = w->parent_ ? &w->parent_->inherited_ : nullptr;
+    Inherited& in = w->inherited_;
+    in.hidden = (w->state_ & WndState_Invisible) || (up && up->hidden);
+    in.disabled = (w->state_ & WndState_Disable) || (up && up->disabled);
+    in.font_source = w->style_.HasFont() ? w : (up ? up->font_source : nullptr);
+    in.epoch = epoch;
   }
-  return TRUE;
+  return inherited_;
 }
 
 void SWindow::SetVisible(BOOL visible, BOOL update) {
@@ -800,10 +822,8 @@ void SWindow::SetVisible(BOOL visible, BOOL update) {
 }
 
 BOOL SWindow::IsDisabled(BOOL check_parent) const {
-  for (const SWindow* w = this; w; w = check_parent ? w->parent_ : nullptr) {
-    if (w->state_ & WndState_Disable) return TRUE;
-  }
-  return FALSE;
+  if (check_parent) return GetInherited().disabled ? TRUE : FALSE;
+  return (state_ & WndState_Disable) ? TRUE : FALSE;
 }
 
 void SWindow::EnableWindow(BOOL enable, BOOL update) {
@@ -960,7 +980,9 @@ void SWindow::UpdateLayout() {
 void SWindow::UpdateLayoutTree() {
   if (layout_dirty_) {
     layout_dirty_ = false;
+    placing_children_ = true;
     UpdateChildrenPosition();
+    placing_children_ = false;
   }
   for (SWindow* c = first_child_; c; c = c->next_sibling_) c->UpdateLayoutTree();
 }
@@ -973,7 +995,10 @@ void SWindow::OnRelayout(const CRect& rc) {
   Invalidate();
   // Children are in host coordinates: a move shifts them along.
   const int dx = rc.left - rect_.left, dy = rc.top - rect_.top;
-  if (dx || dy) ShiftDescendants(dx, dy);
+  if (dx || dy) {
+    if (parent_ && parent_->placing_children_) ShiftUnplacedDescendants(dx, dy);
+    else ShiftDescendants(dx, dy);
+  }
   rect_ = rc;
   layout_dirty_ = true;
   if (resized) {
@@ -987,6 +1012,18 @@ void SWindow::OnRelayout(const CRect& rc) {
 
 void SWindow::ShiftDescendants(int dx, int dy) {
   ForEachDescendant(this, [dx, dy](SWindow* w) { w->rect_.OffsetRect(dx, dy); });
+}
+
+// Moved by a layout pass that lays this window out next: layout children
+// get their places then, so only the windows layout does not place (floats,
+// and the invisible ones that take no room) are carried along now. Shifting
+// everything at every level would make a pass quadratic in the depth.
+void SWindow::ShiftUnplacedDescendants(int dx, int dy) {
+  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
+    if (!c->float_ && (c->IsVisible(FALSE) || c->display_)) continue;
+    c->rect_.OffsetRect(dx, dy);
+    c->ShiftDescendants(dx, dy);
+  }
 }
 
 SWindow* SWindow::GetNextLayoutChild(const SWindow* cur) const {

@@ -369,6 +369,15 @@ class SWindow : public SObject {
   void MarkLayoutDirtyUpwards();
   void ShiftDescendants(int dx, int dy);
   void SetDepth(int depth);
+  // What a window inherits from its ancestors, worked out once per epoch.
+  struct Inherited {
+    unsigned epoch = 0;
+    bool hidden = false;    // it or an ancestor is invisible
+    bool disabled = false;  // it or an ancestor is disabled
+    const SWindow* font_source = nullptr;  // nearest window (itself included) setting a font
+  };
+  const Inherited& GetInherited() const;
+  void ShiftUnplacedDescendants(int dx, int dy);
   // Pieces of XML creation kept off the recursive path (see CreateChildFromXml).
   [[gnu::noinline]] void ApplyXmlAttributes(pugi::xml_node node);
   [[gnu::noinline]] SWindow* CreateWindowFromXml(pugi::xml_node child);
@@ -393,6 +402,10 @@ class SWindow : public SObject {
   // Creating children from XML: descendants need not mark the ancestors
   // above this one dirty; it does so itself once its children are made.
   bool building_children_ = false;
+  // Inside UpdateChildrenPosition of a layout pass: every child placed now
+  // is laid out itself right after, so its own children need not be shifted.
+  bool placing_children_ = false;
+  mutable Inherited inherited_;
   // GetDesiredSize's last answer, valid while no size-affecting change has
   // happened anywhere since (see MeasureEpoch in swnd.cpp).
   struct DesiredCache {

@@ -15,9 +15,9 @@ void SWindow::InvalidateRect(const CRect& rc) {
 
 IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
   const int scale = GetScale();
-  for (const SWindow* w = this; w; w = w->parent_) {
-    // The state (a walk up the tree) only matters where a font is set.
-    if (!w->style_.HasFont()) continue;
+  // Only the windows that set a font matter, nearest first.
+  for (const SWindow* w = GetInherited().font_source; w;
+       w = w->parent_ ? w->parent_->GetInherited().font_source : nullptr) {
     const ThemedFont& f = w->style_.GetFont(w->GetStateIndex());
     if (f.IsSet()) {
       if (IFontPtr font = f.Get(scale)) return font;
