@@ -971,11 +971,7 @@ void SWindow::RequestRelayout() {
   if (container_) container_->OnRelayoutRequested();
 }
 
-void SWindow::UpdateLayout() {
-  // Each pass measures afresh: content may change without a relayout request.
-  ++g_measure_epoch;
-  UpdateLayoutTree();
-}
+void SWindow::UpdateLayout() { UpdateLayoutTree(); }
 
 void SWindow::UpdateLayoutTree() {
   if (layout_dirty_) {
