@@ -372,8 +372,8 @@ IRenderTarget* SHostWnd::Render() {
       if (unpaintable_size_ != client.Size()) {
         unpaintable_size_ = client.Size();
         SLOG(kLogError, "SOUI") << L"SHostWnd '" << attr_.title << L"': no frame of " << client.Width()
-                                    << L"x" << client.Height() << L" pixels (at most " << kMaxFrameSide
-                                    << L" a side, " << kMaxFrameArea << L" in all); not painted";
+                                << L"x" << client.Height() << L" pixels (at most " << kMaxFrameSide
+                                << L" a side, " << kMaxFrameArea << L" in all); not painted";
       }
       return nullptr;
     }

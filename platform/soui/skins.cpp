@@ -90,7 +90,7 @@ IBitmapPtr SSkinObjBase::LoadImage(const SStringW& src) const {
   IBitmapPtr image = load_image_ ? (*load_image_)(src) : nullptr;
   if (!image) {
     SLOG(kLogWarn, "SOUI") << L"skin '" << loading_name_ << L"' (" << GetObjectClass() << L"): image '"
-                               << src << L"' could not be loaded; the skin draws nothing";
+                           << src << L"' could not be loaded; the skin draws nothing";
   }
   return image;
 }

@@ -280,8 +280,8 @@ BOOL SWindow::InsertChild(SWindow* child, SWindow* after) {
   if (!child || child == this || child->parent_) return FALSE;
   if (depth_ + 1 + child->SubtreeHeight() > kMaxTreeDepth) {
     SLOG(kLogError, "SOUI") << L"InsertChild: the tree would be deeper than " << kMaxTreeDepth
-                                << L" levels; " << child->GetObjectClass() << L" name='" << child->name_
-                                << L"' not inserted";
+                            << L" levels; " << child->GetObjectClass() << L" name='" << child->name_
+                            << L"' not inserted";
     return FALSE;
   }
   child->parent_ = this;
@@ -403,7 +403,7 @@ SWindow* SWindow::FindChildByID(int id, int depth) const {
 
 void SWindow::LogChildNotFound(const wchar_t* cls, const SStringW& name) const {
   SLOG(kLogWarn, "SOUI") << L"FindChildByName2 Failed, no window of class " << cls
-                                   << L" with name of " << name;
+                         << L" with name of " << name;
 }
 
 void SWindow::SetContainer(ISwndContainer* container) {
@@ -431,7 +431,7 @@ void SWindow::SetWindowText(const SStringW& text_in) {
   SStringW capped;
   if (text_in.GetLength() > kMaxWindowTextLength) {
     SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': text of "
-                               << text_in.GetLength() << L" characters cut to " << kMaxWindowTextLength;
+                           << text_in.GetLength() << L" characters cut to " << kMaxWindowTextLength;
     capped = text_in.Left(kMaxWindowTextLength);
   }
   const SStringW& text = capped.IsEmpty() ? text_in : capped;
@@ -485,8 +485,8 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
   if (IsLayoutAttr(attr)) {
     if (!layout_param_.SetAttribute(name, value)) {
       SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': " << name << L"=\""
-                                 << value << L"\" is malformed or out of range (sizes up to "
-                                 << static_cast<int>(SLayoutSize::kMaxValue) << L"); ignored";
+                             << value << L"\" is malformed or out of range (sizes up to "
+                             << static_cast<int>(SLayoutSize::kMaxValue) << L"); ignored";
       return E_FAIL;
     }
     RequestRelayout();
@@ -634,7 +634,7 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
     const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
     if (cut) {
       SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
-                                 << L" longer than " << kMaxAttrValueLength << L" characters; cut";
+                             << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
     SetAttribute(XmlName(a), value, TRUE);
   }
@@ -643,7 +643,7 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
   if (cut) {
     SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
-                               << kMaxWindowTextLength << L" characters; cut";
+                           << kMaxWindowTextLength << L" characters; cut";
   }
   SStringW trimmed(inner);
   if (!trimmed.Trim().IsEmpty()) {
@@ -699,7 +699,7 @@ void SWindow::ReportTooDeep(pugi::xml_node child) {
   if (build.depth_reported) return;
   build.depth_reported = true;
   SLOG(kLogError, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << XmlName(child)
-                              << L"> and everything inside it not created";
+                          << L"> and everything inside it not created";
 }
 
 SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
@@ -737,7 +737,7 @@ SWindow* SWindow::CreateIncludeFromXml(pugi::xml_node child) {
   }
   if (static_cast<int>(build.includes.size()) >= kMaxIncludeDepth) {
     SLOG(kLogError, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
-                                << L" includes; not expanded";
+                            << L" includes; not expanded";
     return nullptr;
   }
   if (!app->LoadXmlDocment(doc, src)) {

@@ -236,7 +236,10 @@ class SWindow : public SObject {
   void Move(int x, int y, int cx = -1, int cy = -1);
   // The content size of the window for an available width/height (negative:
   // unbounded). Specified sizes and match_parent win; otherwise text and
-  // children are measured and margin and padding added.
+  // children are measured and margin and padding added, saturating far below
+  // INT_MAX. The measured content is kept until something that can change it
+  // happens anywhere (a relayout request, text, state, style or tree change),
+  // so nested content-sized windows are measured once, not once per level.
   virtual CSize GetDesiredSize(int width, int height);
   CSize GetDesiredSize(LPCRECT rc_container);
   // Marks this window (and wrap-content ancestors) for layout before the

@@ -131,7 +131,8 @@ TEST_F(RobustnessTest, IncludeChainDeeperThanTheLimitStops) {
   // l0 includes l1 includes l2 ...: distinct layouts, no cycle, too deep.
   const int n = SWindow::kMaxIncludeDepth + 5;
   for (int i = 0; i < n; ++i) {
-    const std::string xml = "<window name='l" + std::to_string(i) + "'><include src='l" + std::to_string(i + 1) + "'/></window>";
+    const std::string xml =
+        "<window name='l" + std::to_string(i) + "'><include src='l" + std::to_string(i + 1) + "'/></window>";
     app_->GetResProvider().AddXml(L"LAYOUT", SStringW::Format2(L"l%d", i), xml);
   }
   Build(L"<include src='l0'/>");
@@ -166,6 +167,11 @@ TEST_F(RobustnessTest, HundredThousandLevelsAreCutAtTheLimitAndTheDeepestTreeWor
     host()->MoveWindow(0, 0, 500, 400);
     ASSERT_NE(nullptr, host()->Render());
     EXPECT_EQ(CRect(0, 0, 500, 400), deepest->GetWindowRect());
+    // Zoom and theme changes reach every level.
+    app_->SetZoom(150);
+    app_->NotifyThemeChanged();
+    ASSERT_NE(nullptr, host()->Render());
+    EXPECT_EQ(host()->GetClientRect(), deepest->GetWindowRect());
     // And the deepest tree is destroyed without trouble.
     host_.reset();
     EXPECT_LT(ElapsedMs(start), kPromptMs);
@@ -309,7 +315,8 @@ TEST_F(RobustnessTest, HostTooLargeToPaintSaysSoOnceAndRecoversOnResize) {
 
 TEST_F(RobustnessTest, SkinWithMissingImageWarnsOnceNotPerPaint) {
   pugi::xml_document doc;
-  ASSERT_TRUE(doc.load_string("<uidef><skin><imglist name='ghost' src='no_such_dir/ghost.png' states='2'/></skin></uidef>"));
+  ASSERT_TRUE(doc.load_string(
+      "<uidef><skin><imglist name='ghost' src='no_such_dir/ghost.png' states='2'/></skin></uidef>"));
   ASSERT_TRUE(app_->GetResProvider().LoadUiDef(doc.first_child(), L"/nonexistent/"));
   CreateHostWithChildren(L"<window name='w' pos='0,0,50,50' skin='ghost'/>");
   host()->Render();
