@@ -1,8 +1,8 @@
 // SWindow implementation.
 //
-// Sections: style record · construction and tree · attributes · XML creation ·
-// state · layout. Painting is in swnd_paint.cpp, input and events in
-// swnd_input.cpp.
+// Sections: style record · construction and tree · attributes · state.
+// Creation from XML is in swnd_xml.cpp, layout in swnd_layout.cpp, painting
+// in swnd_paint.cpp, input and events in swnd_input.cpp.
 #include "soui/swnd.h"
 
 #include <algorithm>
@@ -13,20 +13,22 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "soui/slog.h"
 #include "soui/sapp.h"
+#include "soui/slog.h"
+#include "soui/swnd_internal.h"
 
 namespace SOUI {
+
+namespace internal {
+unsigned g_measure_epoch = 1;
+}  // namespace internal
+
+using internal::ForEachDescendant;
+using internal::g_measure_epoch;
 
 // ---- style record -------------------------------------------------------------
 
 namespace {
-
-// Bumped by every change that can alter a window's content size or what it
-// inherits (state, fonts, the tree) and at the start of each layout pass;
-// desired sizes and inherited state worked out in an older epoch are worked
-// out again.
-unsigned g_measure_epoch = 1;
 
 bool ParseSizeList(const SStringW& value, SLayoutSize out[4]) {
   const std::vector<SStringW> parts = SplitString(value, L',');
@@ -196,25 +198,6 @@ const ThemedFont& SwndStyle::GetFont(int state) const {
 }
 
 // ---- construction and tree ------------------------------------------------------
-
-namespace {
-
-// Visits every descendant of root in document order without recursion.
-template <class Fn>
-void ForEachDescendant(SWindow* root, Fn fn) {
-  SWindow* w = root->GetWindow(GSW_FIRSTCHILD);
-  while (w) {
-    fn(w);
-    if (SWindow* c = w->GetWindow(GSW_FIRSTCHILD)) {
-      w = c;
-      continue;
-    }
-    while (w != root && !w->GetWindow(GSW_NEXTSIBLING)) w = w->GetParent();
-    w = w == root ? nullptr : w->GetWindow(GSW_NEXTSIBLING);
-  }
-}
-
-}  // namespace
 
 SWindow::SWindow() {
   // A window made in code fills its parent until told otherwise.
@@ -554,213 +537,6 @@ void SWindow::SetAttributeRecursive(const SStringW& name, const SStringW& value)
   for (SWindow* c = first_child_; c; c = c->next_sibling_) c->SetAttributeRecursive(name, value);
 }
 
-// ---- XML creation ---------------------------------------------------------------------
-
-namespace {
-
-// The value of an attribute (or inner text), at most max_chars characters;
-// the cut is made on a character boundary without widening the rest.
-SStringW CappedXmlText(const char* utf8, int max_chars, bool* cut) {
-  size_t i = 0;
-  int chars = 0;
-  for (; utf8[i]; ++i) {
-    if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80 && chars++ == max_chars) break;
-  }
-  *cut = utf8[i] != 0;
-  return *cut ? SStringW::FromUtf8(std::string(utf8, i)) : SStringW::FromUtf8(utf8);
-}
-
-// What the XML build in progress has open: how deeply includes nest and
-// which are being expanded, so that a cycle is caught at its first repeat.
-struct XmlBuildState {
-  int active = 0;               // CreateChildFromXml frames on the stack
-  bool depth_reported = false;  // one line per build for windows cut off
-  std::vector<SStringW> includes;
-};
-
-XmlBuildState& BuildState() {
-  static XmlBuildState state;
-  return state;
-}
-
-class BuildScope {
- public:
-  BuildScope() { ++BuildState().active; }
-  ~BuildScope() {
-    XmlBuildState& s = BuildState();
-    if (--s.active == 0) s.depth_reported = false;
-  }
-  BuildScope(const BuildScope&) = delete;
-  BuildScope& operator=(const BuildScope&) = delete;
-};
-
-// "TYPE:name" in one spelling, so that "self" and "layout:self" are one include.
-SStringW IncludeKey(const SStringW& src) {
-  const int colon = src.Find(L':');
-  SStringW type = colon < 0 ? SStringW(L"LAYOUT") : src.Left(colon);
-  SStringW name = colon < 0 ? src : src.Mid(colon + 1);
-  type.MakeLower();
-  name.MakeLower();
-  return type + L":" + name;
-}
-
-}  // namespace
-
-BOOL SWindow::InitFromXml(pugi::xml_node node) {
-  // Kept lean: it recurses through CreateChildren once per nesting level.
-  if (node) {
-    ApplyXmlAttributes(node);
-    building_children_ = true;
-    CreateChildren(node);
-    building_children_ = false;
-  }
-  NotifyCreate();
-  OnInitFinished(node);
-  RequestRelayout();
-  return TRUE;
-}
-
-void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
-  // From XML a window starts as wrap x wrap.
-  layout_param_.Clear();
-  // A class is applied before the element's own attributes.
-  auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
-  for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-    if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
-  }
-  for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-    if (is_class(a)) continue;
-    bool cut = false;
-    const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
-    if (cut) {
-      SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
-                             << L" longer than " << kMaxAttrValueLength << L" characters; cut";
-    }
-    SetAttribute(XmlName(a), value, TRUE);
-  }
-  // Non-blank inner text overrides the text attribute.
-  bool cut = false;
-  SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
-  if (cut) {
-    SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
-                           << kMaxWindowTextLength << L" characters; cut";
-  }
-  SStringW trimmed(inner);
-  if (!trimmed.Trim().IsEmpty()) {
-    inner.Replace(L"\\n", L"\n");
-    SetWindowText(trimmed);
-  }
-}
-
-void SWindow::NotifyCreate() {
-  if (created_) return;
-  created_ = true;
-  OnCreate();
-  EventSwndCreate evt(this);
-  FireEvent(evt);
-}
-
-BOOL SWindow::CreateChildren(pugi::xml_node node) {
-  for (pugi::xml_node c = node.first_child(); c; c = c.next_sibling()) {
-    if (c.type() != pugi::node_element) continue;
-    CreateChildFromXml(c);
-  }
-  return TRUE;
-}
-
-BOOL SWindow::CreateChildren(const wchar_t* xml) {
-  if (!xml) return FALSE;
-  pugi::xml_document doc;
-  const std::string utf8 = SStringW(xml).ToUtf8();
-  if (!doc.load_buffer(utf8.data(), utf8.size())) {
-    SLOG(kLogError, "SOUI") << L"CreateChildren: malformed XML";
-    return FALSE;
-  }
-  return CreateChildren(doc);
-}
-
-SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
-  // This frame is on the stack once per nesting level: the work is done in
-  // helpers that return before the recursion goes on.
-  if (!SApplication::getSingletonPtr()) return nullptr;
-  BuildScope scope;
-  if (strcasecmp(child.name(), "include") == 0) return CreateIncludeFromXml(child);
-  if (depth_ + 1 > kMaxTreeDepth) {
-    ReportTooDeep(child);
-    return nullptr;
-  }
-  SWindow* wnd = CreateWindowFromXml(child);
-  if (wnd) wnd->InitFromXml(child);
-  return wnd;
-}
-
-void SWindow::ReportTooDeep(pugi::xml_node child) {
-  XmlBuildState& build = BuildState();
-  if (build.depth_reported) return;
-  build.depth_reported = true;
-  SLOG(kLogError, "SOUI") << L"layout nested deeper than " << kMaxTreeDepth << L" levels: <" << XmlName(child)
-                          << L"> and everything inside it not created";
-}
-
-SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
-  SApplication* app = SApplication::getSingletonPtr();
-  const SStringW tag = XmlName(child);
-  // "button.ok" creates a button styled with class "button.ok".
-  SStringW cls_tag = tag;
-  SStringW cls;
-  const int dot = tag.Find(L'.');
-  if (dot > 0) {
-    cls_tag = tag.Left(dot);
-    cls = tag;
-  }
-  SWindow* wnd = app->CreateWindowByName(cls_tag);
-  if (!wnd) {
-    SLOG(kLogWarn, "SOUI") << L"CreateChildren: unknown window class " << tag;
-    return nullptr;
-  }
-  InsertChild(wnd);
-  if (!cls.IsEmpty()) wnd->SetAttribute(L"class", cls, TRUE);
-  return wnd;
-}
-
-SWindow* SWindow::CreateIncludeFromXml(pugi::xml_node child) {
-  SApplication* app = SApplication::getSingletonPtr();
-  XmlBuildState& build = BuildState();
-  pugi::xml_document doc;
-  const SStringW src = XmlValue(XmlAttrNoCase(child, L"src"));
-  const SStringW key = IncludeKey(src);
-  if (std::find(build.includes.begin(), build.includes.end(), key) != build.includes.end()) {
-    SStringW chain;
-    for (const SStringW& k : build.includes) chain += k + L" -> ";
-    SLOG(kLogError, "SOUI") << L"include: cycle " << chain << key << L"; not expanded again";
-    return nullptr;
-  }
-  if (static_cast<int>(build.includes.size()) >= kMaxIncludeDepth) {
-    SLOG(kLogError, "SOUI") << L"include: " << src << L" nested deeper than " << kMaxIncludeDepth
-                            << L" includes; not expanded";
-    return nullptr;
-  }
-  if (!app->LoadXmlDocment(doc, src)) {
-    SLOG(kLogWarn, "SOUI") << L"include: no layout resource " << src;
-    return nullptr;
-  }
-  pugi::xml_node root = doc.document_element();
-  if (!root) return nullptr;
-  // The include's own attributes (except src) override the included root's.
-  for (pugi::xml_attribute a = child.first_attribute(); a; a = a.next_attribute()) {
-    if (strcasecmp(a.name(), "src") == 0) continue;
-    pugi::xml_attribute dst = root.attribute(a.name());
-    if (!dst) dst = root.append_attribute(a.name());
-    dst.set_value(a.value());
-  }
-  build.includes.push_back(key);
-  SWindow* made = nullptr;
-  if (strcasecmp(root.name(), "include") == 0) CreateChildren(root);
-  else made = CreateChildFromXml(root);
-  build.includes.pop_back();
-  return made;
-}
-
 // ---- state ----------------------------------------------------------------------------
 
 DWORD SWindow::ModifyState(DWORD add, DWORD remove, BOOL update) {
@@ -841,214 +617,5 @@ void SWindow::SetFocus() {
 }
 
 BOOL SWindow::IsFocused() const { return container_ && container_->GetFocus() == this; }
-
-// ---- layout -----------------------------------------------------------------------
-
-int SWindow::GetScale() const {
-  if (container_) return container_->GetScale();
-  SApplication* app = SApplication::getSingletonPtr();
-  return app ? app->GetZoom() : 100;
-}
-
-CRect SWindow::GetClientRect() const {
-  CRect rc = rect_;
-  rc.DeflateRect(style_.GetMargin(GetScale()));
-  return rc;
-}
-
-CRect SWindow::GetChildrenLayoutRect() const {
-  CRect rc = GetClientRect();
-  rc.DeflateRect(style_.GetPadding(GetScale()));
-  return rc;
-}
-
-void SWindow::Move(LPCRECT rc) {
-  if (!rc) {
-    float_ = FALSE;
-    if (parent_) parent_->RequestRelayout();
-    return;
-  }
-  float_ = TRUE;
-  OnRelayout(CRect(*rc));
-}
-
-void SWindow::Move(int x, int y, int cx, int cy) {
-  if (cx < 0) cx = rect_.Width();
-  if (cy < 0) cy = rect_.Height();
-  const CRect rc(x, y, x + cx, y + cy);
-  Move(&rc);
-}
-
-CSize SWindow::GetDesiredSize(LPCRECT rc_container) {
-  const CRect rc(rc_container);
-  return GetDesiredSize(rc.Width(), rc.Height());
-}
-
-namespace {
-// Content plus margin and padding, kept well inside int whatever the text measured.
-int SaturatedSum(LONG a, int b) {
-  const long long v = static_cast<long long>(a) + b;
-  return static_cast<int>(std::min<long long>(std::max<long long>(v, 0), INT_MAX / 4));
-}
-}  // namespace
-
-CSize SWindow::GetDesiredSize(int width, int height) {
-  const int scale = GetScale();
-  CSize size(-1, -1);
-  const Orientation axes[2] = {Orientation::Horz, Orientation::Vert};
-  const int avail[2] = {width, height};
-  int* out[2] = {&size.cx, &size.cy};
-  for (int i = 0; i < 2; ++i) {
-    if (layout_param_.IsSpecifiedSize(axes[i])) *out[i] = layout_param_.GetSpecifiedSize(axes[i]).toPixelSize(scale);
-    else if (layout_param_.IsMatchParent(axes[i]) && avail[i] >= 0) *out[i] = avail[i];
-  }
-  if (size.cx >= 0 && size.cy >= 0) return size;
-
-  // Content depends only on the axes fixed above (and the tree, which bumps
-  // the epoch when it changes), so nested wrap windows measure once a pass.
-  DesiredCache& cache = desired_cache_;
-  if (cache.epoch == g_measure_epoch && cache.width == size.cx && cache.height == size.cy &&
-      cache.scale == scale) {
-    return cache.size;
-  }
-  const CSize fixed = size;
-  const CRect margin = style_.GetMargin(scale);
-  const CRect padding = style_.GetPadding(scale);
-  const int extra_w = margin.left + margin.right + padding.left + padding.right;
-  const int extra_h = margin.top + margin.bottom + padding.top + padding.bottom;
-  int text_width = size.cx >= 0 ? size.cx - extra_w : -1;
-  if (text_width < 0 && has_max_width_) text_width = max_width_size_.toPixelSize(scale) - extra_w;
-  const CSize text = MeasureContent(text_width);
-  const CSize children = SouiLayout::MeasureChildren(
-      this, size.cx >= 0 ? size.cx - extra_w : -1, size.cy >= 0 ? size.cy - extra_h : -1);
-  if (size.cx < 0) size.cx = SaturatedSum(std::max(text.cx, children.cx), extra_w);
-  if (size.cy < 0) size.cy = SaturatedSum(std::max(text.cy, children.cy), extra_h);
-  cache.epoch = g_measure_epoch;
-  cache.width = fixed.cx;
-  cache.height = fixed.cy;
-  cache.scale = scale;
-  cache.size = size;
-  return size;
-}
-
-CSize SWindow::MeasureContent(int width) {
-  const SStringW text = GetWindowText();
-  if (text.IsEmpty()) return CSize();
-  UINT fmt = GetTextAlign();
-  if (width >= 0 && !(fmt & DT_SINGLELINE)) fmt |= DT_WORDBREAK;
-  return MeasureTextExtent(text, width, fmt);
-}
-
-CSize SWindow::MeasureTextExtent(const SStringW& text, int max_width, UINT format) const {
-  SApplication* app = SApplication::getSingletonPtr();
-  IRenderTarget* rt = app ? app->GetMeasureTarget() : nullptr;
-  if (!rt) return CSize();
-  IFontPtr font = GetPaintFont(rt);
-  IFontPtr old = rt->SelectFont(font);
-  CRect rc(0, 0, max_width >= 0 ? max_width : 100000, 100000);
-  rt->DrawText(text, text.GetLength(), &rc, format | DT_CALCRECT);
-  rt->SelectFont(old);
-  return CSize(rc.Width(), rc.Height());
-}
-
-void SWindow::MarkLayoutDirtyUpwards() {
-  ++g_measure_epoch;
-  layout_dirty_ = true;
-  // A content-sized ancestor changes size with us, so its parent must re-lay
-  // too. A window still creating its children marks its ancestors itself
-  // when done, so a layout being built climbs each level once.
-  SWindow* w = this;
-  while (w->parent_ && !w->building_children_) {
-    w->parent_->layout_dirty_ = true;
-    const SouiLayoutParam* p = w->GetLayoutParam();
-    if (w->float_ || !(p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert))) break;
-    w = w->parent_;
-  }
-}
-
-void SWindow::RequestRelayout() {
-  MarkLayoutDirtyUpwards();
-  if (container_) container_->OnRelayoutRequested();
-}
-
-void SWindow::UpdateLayout() { UpdateLayoutTree(); }
-
-void SWindow::UpdateLayoutTree() {
-  if (layout_dirty_) {
-    layout_dirty_ = false;
-    placing_children_ = true;
-    UpdateChildrenPosition();
-    placing_children_ = false;
-  }
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->UpdateLayoutTree();
-}
-
-void SWindow::UpdateChildrenPosition() { SouiLayout::LayoutChildren(this); }
-
-void SWindow::OnRelayout(const CRect& rc) {
-  if (rc == rect_) return;
-  const bool resized = rc.Width() != rect_.Width() || rc.Height() != rect_.Height();
-  Invalidate();
-  // Children are in host coordinates: a move shifts them along.
-  const int dx = rc.left - rect_.left, dy = rc.top - rect_.top;
-  if (dx || dy) {
-    if (parent_ && parent_->placing_children_) ShiftUnplacedDescendants(dx, dy);
-    else ShiftDescendants(dx, dy);
-  }
-  rect_ = rc;
-  layout_dirty_ = true;
-  if (resized) {
-    OnSize(0, CSize(rc.Width(), rc.Height()));
-    EventSwndSize evt(this);
-    evt.szWnd = CSize(rc.Width(), rc.Height());
-    FireEvent(evt);
-  }
-  Invalidate();
-}
-
-void SWindow::ShiftDescendants(int dx, int dy) {
-  ForEachDescendant(this, [dx, dy](SWindow* w) { w->rect_.OffsetRect(dx, dy); });
-}
-
-// Moved by a layout pass that lays this window out next: layout children
-// get their places then, so only the windows layout does not place (floats,
-// and the invisible ones that take no room) are carried along now. Shifting
-// everything at every level would make a pass quadratic in the depth.
-void SWindow::ShiftUnplacedDescendants(int dx, int dy) {
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
-    if (!c->float_ && (c->IsVisible(FALSE) || c->display_)) continue;
-    c->rect_.OffsetRect(dx, dy);
-    c->ShiftDescendants(dx, dy);
-  }
-}
-
-SWindow* SWindow::GetNextLayoutChild(const SWindow* cur) const {
-  SWindow* w = cur ? cur->next_sibling_ : first_child_;
-  while (w && (w->float_ || (!w->IsVisible(FALSE) && !w->display_))) w = w->next_sibling_;
-  return w;
-}
-
-SWindow* SWindow::GetPrevLayoutChild(const SWindow* cur) const {
-  SWindow* w = cur ? cur->prev_sibling_ : last_child_;
-  while (w && (w->float_ || (!w->IsVisible(FALSE) && !w->display_))) w = w->prev_sibling_;
-  return w;
-}
-
-SWindow* SWindow::SwndFromPoint(CPoint pt, BOOL include_msg_transparent) {
-  if (!rect_.PtInRect(pt) || !IsVisible(FALSE)) return nullptr;
-  for (SWindow* c = last_child_; c; c = c->prev_sibling_) {
-    if (!c->IsVisible(FALSE)) continue;
-    if (c->msg_transparent_ && !include_msg_transparent) continue;
-    if (SWindow* hit = c->SwndFromPoint(pt, include_msg_transparent)) return hit;
-  }
-  return this;
-}
-
-void SWindow::OnScaleChanged(int scale) {
-  (void)scale;
-  layout_dirty_ = true;
-  ++g_measure_epoch;
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->OnScaleChanged(scale);
-}
 
 }  // namespace SOUI
