@@ -356,8 +356,10 @@ void SHostWnd::OnInvalidate(const CRect& rc) {
 
 IRenderTarget* SHostWnd::Render() {
   SApplication* app = SApplication::getSingletonPtr();
-  if (!app || !app->GetRenderFactory()) return nullptr;
+  if (!app) return nullptr;
+  // Layout runs before painting, whether or not anything can be painted.
   UpdateLayout();
+  if (!app->GetRenderFactory()) return nullptr;
   const CRect client = GetClientRect();
   if (client.IsRectEmpty()) return nullptr;
   if (!frame_ || frame_->GetSize() != client.Size()) {

@@ -39,6 +39,8 @@ SApplication::~SApplication() {
 
 void SApplication::SetDefaultSetup(SetupHook hook) { g_default_setup = hook; }
 
+SApplication::SetupHook SApplication::GetDefaultSetup() { return g_default_setup; }
+
 void SApplication::SetRenderFactory(std::unique_ptr<IRenderFactory> factory) {
   measure_target_.reset();
   render_factory_ = std::move(factory);

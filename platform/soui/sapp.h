@@ -71,6 +71,7 @@ class SApplication {
   // constructor; null for none.
   using SetupHook = void (*)(SApplication& app);
   static void SetDefaultSetup(SetupHook hook);
+  static SetupHook GetDefaultSetup();
 
   // Loads a layout/XML resource ("LAYOUT", "name") into doc.
   BOOL LoadXmlDocment(pugi::xml_document& doc, const SStringW& name, const SStringW& type);
