@@ -41,8 +41,8 @@ void BM_RedGreenBroadcast(benchmark::State& state) {
   for (auto _ : state) {
     // Flip each time so that every label really changes colour.
     red_rise = !red_rise;
-    app.GetUserSettings().SetBool(50501, red_rise);
-    app.GetMessageDispatch().Send(1063);
+    GetUserSettings(app).SetBool(50501, red_rise);
+    GetMessageDispatch(app).Send(1063);
   }
   state.SetComplexityN(count);
   state.counters["per_label"] =

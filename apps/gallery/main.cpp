@@ -66,7 +66,7 @@ int main(int argc, char** argv) {
 #endif
   app.SetZoom(opt.zoom);
   // The user's rise/fall convention, as the host would have loaded it.
-  if (opt.green_rise) app.GetUserSettings().SetBool(50501, false);
+  if (opt.green_rise) GetUserSettings(app).SetBool(50501, false);
 
   SHostWnd host;
   if (!host.InitFromXmlText(gallery::BuildLayout(app))) return 1;
@@ -83,7 +83,7 @@ int main(int argc, char** argv) {
                 display && *display ? "" : " (no display)", opt.png.c_str());
     // A page that logs warnings (unknown tags, missing resources) is broken.
     int warnings = 0;
-    for (const QVLogLine& line : app.GetLogSink().Lines()) {
+    for (const QVLogLine& line : QVLogSinkOf(app).Lines()) {
       if (line.level < QV_LOG_WARN) continue;
       std::fprintf(stderr, "qvgallery: %s\n", line.Format().ToUtf8().c_str());
       ++warnings;

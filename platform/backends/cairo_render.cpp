@@ -246,7 +246,7 @@ bool CairoRenderTarget::UsePen() {
 
 const std::string& CairoRenderTarget::Utf8(const wchar_t* text, size_t n, bool single_line) {
   utf8_.clear();
-  AppendUtf8(&utf8_, text, n, single_line);
+  AppendUtf8(&utf8_, text, std::min(n, TextEngine::MaxShapedChars(font_entry_)), single_line);
   return utf8_;
 }
 

@@ -92,7 +92,7 @@ class CairoRenderTarget : public IRenderTarget {
   COLORREF GetPixel(int x, int y) const;
   // Flushed surface; its rows are premultiplied ARGB32.
   cairo_surface_t* Surface() const;
-  bool SavePng(const std::string& path) const;
+  bool SavePng(const std::string& path) const override;
 
  private:
   enum class Saved { Clip, Layer };

@@ -1,5 +1,6 @@
 #include "backends/cairo_text.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <tuple>
@@ -35,6 +36,12 @@ void AppendUtf8(std::string* out, const wchar_t* text, size_t len, bool single_l
       out->append("\xEF\xBF\xBD");
     }
   }
+}
+
+size_t TextEngine::MaxShapedChars(const Font* font) {
+  const int px = font ? std::max(font->px, 1) : 12;
+  const size_t by_extent = static_cast<size_t>(kMaxExtent / (2 * px));
+  return std::max<size_t>(1, std::min(static_cast<size_t>(kMaxRenderTextLength), by_extent));
 }
 
 size_t TextEngine::KeyHash::operator()(const Key& k) const {
@@ -89,6 +96,7 @@ const TextEngine::Font* TextEngine::GetFont(const FontDesc& desc) {
   // A negative height is the LOGFONT way of saying "em size"; both mean pixels here.
   int px = std::abs(desc.height);
   if (px == 0) px = 12;
+  font->px = px;
   pango_font_description_set_absolute_size(font->desc, static_cast<double>(px) * PANGO_SCALE);
   const int weight = desc.weight <= 0 ? 400 : std::min(1000, std::max(100, desc.weight));
   pango_font_description_set_weight(font->desc, static_cast<PangoWeight>(weight));
@@ -138,7 +146,10 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string
 
   Shaped shaped;
   shaped.layout = layout;
+  // Extents in pango units are ints; whatever still wrapped reads as huge.
   pango_layout_get_pixel_extents(layout, nullptr, &shaped.logical);
+  if (shaped.logical.width < 0) shaped.logical.width = kMaxExtent;
+  if (shaped.logical.height < 0) shaped.logical.height = kMaxExtent;
   lru_.push_front(Entry{probe_, shaped});
   index_.emplace(probe_, lru_.begin());
   return lru_.front().shaped;

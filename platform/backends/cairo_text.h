@@ -26,6 +26,7 @@ class TextEngine {
   struct Font {
     PangoFontDescription* desc = nullptr;
     PangoAttrList* attrs = nullptr;  // underline / strike; null when neither
+    int px = 12;                     // em size in pixels
   };
 
   // How a layout is boxed. width < 0: no width (one line per paragraph).
@@ -43,6 +44,13 @@ class TextEngine {
   };
 
   static constexpr size_t kCacheCapacity = 2048;
+  // Pango measures in 1/1024 pixel ints: extents stay below this many pixels
+  // so that they cannot wrap around.
+  static constexpr int kMaxExtent = (1 << 30) / PANGO_SCALE;
+  // How many characters of a font may be shaped at once: the render cap,
+  // less for a font so large that the line could outgrow kMaxExtent (an
+  // advance is assumed to be at most two ems).
+  static size_t MaxShapedChars(const Font* font);
 
   TextEngine();
   ~TextEngine();

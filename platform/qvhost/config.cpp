@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdlib>
 #include <fstream>
+#include <memory>
 
 #include "soui/sapp.h"
 
@@ -146,18 +147,27 @@ bool UserSettings::Save(const std::string& path) const {
   return static_cast<bool>(out);
 }
 
+UserSettings& GetUserSettings(SOUI::SApplication& app) {
+  static const char kKey[] = "qvhost.UserSettings";
+  if (auto* s = static_cast<UserSettings*>(app.GetService(kKey))) return *s;
+  auto s = std::make_unique<UserSettings>();
+  UserSettings& ref = *s;
+  app.SetService(kKey, std::move(s));
+  return ref;
+}
+
 namespace Util_Config {
 
 bool UserCfg_ReadBool(int item, bool* value) {
   SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
   if (!app || !value) return false;
-  return app->GetUserSettings().GetBool(item, value);
+  return GetUserSettings(*app).GetBool(item, value);
 }
 
 bool UserCfg_WriteBool(int item, bool value) {
   SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
   if (!app) return false;
-  app->GetUserSettings().SetBool(item, value);
+  GetUserSettings(*app).SetBool(item, value);
   return true;
 }
 

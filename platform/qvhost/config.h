@@ -12,9 +12,11 @@
 #include <string>
 #include <variant>
 
+#include "soui/sapp.h"
 #include "soui/sstring.h"
 
-class UserSettings {
+// Kept by the application as one of its services (see GetUserSettings).
+class UserSettings : public SOUI::IAppService {
  public:
   UserSettings() = default;
 
@@ -45,6 +47,9 @@ class UserSettings {
   using Value = std::variant<bool, int, SOUI::SStringW>;
   std::map<int, Value> values_;
 };
+
+// The application's settings, made (empty) on first use.
+UserSettings& GetUserSettings(SOUI::SApplication& app);
 
 namespace Util_Config {
 

@@ -92,7 +92,16 @@ void MessageDispatch::Cancel(TaskId id) {
   tasks_.erase(it);
 }
 
+MessageDispatch& GetMessageDispatch(SOUI::SApplication& app) {
+  static const char kKey[] = "qvhost.MessageDispatch";
+  if (auto* d = static_cast<MessageDispatch*>(app.GetService(kKey))) return *d;
+  auto d = std::make_unique<MessageDispatch>(app.GetClock());
+  MessageDispatch& ref = *d;
+  app.SetService(kKey, std::move(d));
+  return ref;
+}
+
 IMessageDispatch* GetMsgDispatch() {
   SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
-  return app ? &app->GetMessageDispatch() : nullptr;
+  return app ? &GetMessageDispatch(*app) : nullptr;
 }

@@ -20,6 +20,7 @@
 #include <memory>
 #include <vector>
 
+#include "soui/sapp.h"
 #include "soui/timeline.h"
 
 // Payload of a broadcast message; receivers downcast to what they expect.
@@ -52,7 +53,8 @@ class IMessageDispatch {
   virtual void Cancel(TaskId id) = 0;
 };
 
-class MessageDispatch : public IMessageDispatch {
+// Kept by the application as one of its services (see GetMessageDispatch).
+class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
  public:
   explicit MessageDispatch(SOUI::SClock& clock);
   // Pending tasks and timers are dropped with the dispatch.
@@ -91,5 +93,7 @@ class MessageDispatch : public IMessageDispatch {
   std::map<TaskId, SOUI::SClock::TimerId> tasks_;
 };
 
-// The application's dispatch; null when there is no application.
+// The application's dispatch, made on first use on the application's clock.
+MessageDispatch& GetMessageDispatch(SOUI::SApplication& app);
+// The current application's dispatch; null when there is no application.
 IMessageDispatch* GetMsgDispatch();

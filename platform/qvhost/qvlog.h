@@ -4,46 +4,41 @@
 //
 //   QVLOG(QV_LOG_WARN, "COMMON") << L"owner not valid " << hwnd;
 //
-// Lines go to the application's QVLogSink, which keeps them for tests and
-// may echo them to stderr; with no application they go to stderr.
+// QVLOG writes through the toolkit's log (soui/slog.h), so the host's lines
+// and the toolkit's end up in one place: the application's QVLogSink, which
+// keeps them for tests and may echo them to stderr. With no application they
+// go to stderr.
 #pragma once
 
 #include <cstddef>
 #include <deque>
-#include <string>
-#include <type_traits>
 
-#include "soui/sstring.h"
+#include "soui/slog.h"
+
+namespace SOUI {
+class SApplication;
+}
 
 enum QVLogLevel : int {
-  QV_LOG_TRACE = 0,
-  QV_LOG_DEBUG = 1,
-  QV_LOG_INFO = 2,
-  QV_LOG_WARN = 3,
-  QV_LOG_ERROR = 4,
-  QV_LOG_FATAL = 5,
+  QV_LOG_TRACE = SOUI::kLogTrace,
+  QV_LOG_DEBUG = SOUI::kLogDebug,
+  QV_LOG_INFO = SOUI::kLogInfo,
+  QV_LOG_WARN = SOUI::kLogWarn,
+  QV_LOG_ERROR = SOUI::kLogError,
+  QV_LOG_FATAL = SOUI::kLogFatal,
 };
 
-struct QVLogLine {
-  int level = QV_LOG_INFO;
-  std::string category;
-  std::string file;  // base name, e.g. "QVToast.cpp"
-  std::string function;
-  int line = 0;
-  SOUI::SStringW message;
+using QVLogLine = SOUI::LogLine;
+using QVLogStream = SOUI::LogStream;
 
-  // "W COMMON QVToast.cpp:42 TrackPopupToast: message"
-  SOUI::SStringW Format() const;
-};
-
-class QVLogSink {
+class QVLogSink : public SOUI::ILogSink {
  public:
   // Lines beyond this many drop the oldest, so a long demo run stays bounded.
   static constexpr size_t kMaxLines = 10000;
 
   QVLogSink() = default;
 
-  void Write(const QVLogLine& line);
+  void Write(const QVLogLine& line) override;
   const std::deque<QVLogLine>& Lines() const { return lines_; }
   void Clear() { lines_.clear(); }
   // True when some formatted line contains text (case-sensitive).
@@ -57,48 +52,14 @@ class QVLogSink {
   int echo_level_ = QV_LOG_FATAL + 1;
 };
 
+// The application's QVLogSink; installed first if the application has
+// another sink or none.
+QVLogSink& QVLogSinkOf(SOUI::SApplication& app);
+
 // Writes one line; file may be a full path (only its base name is kept).
-void QVLogWrite(int level, const char* category, const char* file, const char* func, int line,
-                const SOUI::SStringW& msg);
+inline void QVLogWrite(int level, const char* category, const char* file, const char* func, int line,
+                       const SOUI::SStringW& msg) {
+  SOUI::LogWrite(level, category, file, func, line, msg);
+}
 
-// Collects one message and writes it when the statement ends.
-class QVLogStream {
- public:
-  QVLogStream(int level, const char* category, const char* file, const char* func, int line)
-      : level_(level), category_(category ? category : ""), file_(file), func_(func), line_(line) {}
-  QVLogStream(int level, const wchar_t* category, const char* file, const char* func, int line);
-  ~QVLogStream();
-  QVLogStream(const QVLogStream&) = delete;
-  QVLogStream& operator=(const QVLogStream&) = delete;
-
-  QVLogStream& operator<<(const SOUI::SStringW& s) { msg_ += s; return *this; }
-  QVLogStream& operator<<(const wchar_t* s);
-  QVLogStream& operator<<(const std::wstring& s) { msg_ += s.c_str(); return *this; }
-  QVLogStream& operator<<(const char* s);  // UTF-8
-  QVLogStream& operator<<(const std::string& s) { return *this << s.c_str(); }
-  QVLogStream& operator<<(wchar_t c) { msg_ += c; return *this; }
-  QVLogStream& operator<<(char c) { msg_ += static_cast<wchar_t>(static_cast<unsigned char>(c)); return *this; }
-  QVLogStream& operator<<(bool b) { msg_ += b ? L"1" : L"0"; return *this; }
-  QVLogStream& operator<<(double v);
-  // Pointers and handles print as 0x-prefixed hex ("0x0" for null).
-  QVLogStream& operator<<(const void* p);
-  template <class T, std::enable_if_t<std::is_integral_v<T> || std::is_enum_v<T>, int> = 0>
-  QVLogStream& operator<<(T v) {
-    if constexpr (std::is_enum_v<T>) {
-      msg_ += std::to_wstring(static_cast<std::underlying_type_t<T>>(v)).c_str();
-    } else {
-      msg_ += std::to_wstring(v).c_str();
-    }
-    return *this;
-  }
-
- private:
-  int level_;
-  std::string category_;
-  const char* file_;
-  const char* func_;
-  int line_;
-  SOUI::SStringW msg_;
-};
-
-#define QVLOG(level, category) QVLogStream((level), (category), __FILE__, __func__, __LINE__)
+#define QVLOG(level, category) ::SOUI::LogStream((level), (category), __FILE__, __func__, __LINE__)

@@ -1,6 +1,6 @@
 #include "soui/hostdialog.h"
 
-#include "qvhost/qvlog.h"
+#include "soui/slog.h"
 #include "soui/sapp.h"
 
 namespace SOUI {
@@ -17,7 +17,7 @@ int SHostDialog::DoModal(HWND owner) {
   ShowWindow(SW_SHOW);
   running_ = true;
   if (!app->RunModalLoop([this] { return ended_; })) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"DoModal: nothing left that could end the dialog";
+    SLOG(kLogError, "SOUI") << L"DoModal: nothing left that could end the dialog";
     result_ = -1;
   }
   running_ = false;

@@ -1,7 +1,6 @@
 #include "soui/hostwnd.h"
 
-#include "backends/cairo_render.h"
-#include "qvhost/qvlog.h"
+#include "soui/slog.h"
 #include "soui/sapp.h"
 
 namespace SOUI {
@@ -104,7 +103,7 @@ HWND SHostWnd::Create(HWND owner, int x, int y, int cx, int cy) {
   if (!res_id_.IsEmpty()) {
     pugi::xml_document doc;
     if (!app->LoadXmlDocment(doc, res_id_)) {
-      QVLOG(QV_LOG_ERROR, "SOUI") << L"SHostWnd: no layout resource " << res_id_;
+      SLOG(kLogError, "SOUI") << L"SHostWnd: no layout resource " << res_id_;
       return nullptr;
     }
     if (!InitFromXml(doc)) return nullptr;
@@ -127,7 +126,7 @@ BOOL SHostWnd::InitFromXml(pugi::xml_node node) {
   }
   pugi::xml_node soui = XmlName(node).CompareNoCase(L"SOUI") == 0 ? node : XmlChildNoCase(node, L"SOUI");
   if (!soui) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"SHostWnd: layout has no SOUI element";
+    SLOG(kLogError, "SOUI") << L"SHostWnd: layout has no SOUI element";
     return FALSE;
   }
   attr_.Init(soui);
@@ -135,7 +134,7 @@ BOOL SHostWnd::InitFromXml(pugi::xml_node node) {
   if (root) {
     root_->InitFromXml(root);
   } else {
-    QVLOG(QV_LOG_WARN, "SOUI") << L"SHostWnd: SOUI element has no root";
+    SLOG(kLogWarn, "SOUI") << L"SHostWnd: SOUI element has no root";
     root_->InitFromXml(pugi::xml_node());
   }
   root_->GetLayoutParam()->SetMatchParent(Orientation::Horz);
@@ -148,7 +147,7 @@ BOOL SHostWnd::InitFromXmlText(const wchar_t* xml) {
   pugi::xml_document doc;
   const std::string utf8 = SStringW(xml).ToUtf8();
   if (!doc.load_buffer(utf8.data(), utf8.size())) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"SHostWnd: malformed layout XML";
+    SLOG(kLogError, "SOUI") << L"SHostWnd: malformed layout XML";
     return FALSE;
   }
   return InitFromXml(doc);
@@ -357,12 +356,30 @@ void SHostWnd::OnInvalidate(const CRect& rc) {
 
 IRenderTarget* SHostWnd::Render() {
   SApplication* app = SApplication::getSingletonPtr();
-  if (!app || !app->GetRenderFactory()) return nullptr;
+  if (!app) return nullptr;
+  // Layout runs before painting, whether or not anything can be painted.
   UpdateLayout();
+  if (!app->GetRenderFactory()) return nullptr;
   const CRect client = GetClientRect();
   if (client.IsRectEmpty()) return nullptr;
   if (!frame_ || frame_->GetSize() != client.Size()) {
-    frame_ = app->GetRenderFactory()->CreateRenderTarget(client.Width(), client.Height());
+    frame_.reset();
+    const long long area = static_cast<long long>(client.Width()) * client.Height();
+    if (client.Width() <= kMaxFrameSide && client.Height() <= kMaxFrameSide && area <= kMaxFrameArea) {
+      frame_ = app->GetRenderFactory()->CreateRenderTarget(client.Width(), client.Height());
+    }
+    // The backend may fail too (out of memory): its target then has another size.
+    if (frame_ && frame_->GetSize() != client.Size()) frame_.reset();
+    if (!frame_) {
+      if (unpaintable_size_ != client.Size()) {
+        unpaintable_size_ = client.Size();
+        SLOG(kLogError, "SOUI") << L"SHostWnd '" << attr_.title << L"': no frame of " << client.Width()
+                                << L"x" << client.Height() << L" pixels (at most " << kMaxFrameSide
+                                << L" a side, " << kMaxFrameArea << L" in all); not painted";
+      }
+      return nullptr;
+    }
+    unpaintable_size_ = CSize();
     dirty_ = client;
   }
   if (dirty_.IsRectEmpty()) return frame_.get();
@@ -382,8 +399,7 @@ IRenderTarget* SHostWnd::Render() {
 
 bool SHostWnd::SaveFramePng(const SStringW& path) {
   Render();
-  auto* cairo = dynamic_cast<CairoRenderTarget*>(frame_.get());
-  return cairo && cairo->SavePng(path.ToUtf8());
+  return frame_ && frame_->SavePng(path.ToUtf8());
 }
 
 // ---- timers -------------------------------------------------------------------

@@ -137,8 +137,16 @@ class SHostWnd : public ISwndContainer {
   void OnThemeChanged();
   // Runs pending layout now.
   void UpdateLayout();
+  // The largest frame a host paints: a side up to kMaxFrameSide pixels and
+  // at most kMaxFrameArea pixels in all (256 MB of ARGB), room for an 8K
+  // screen. A larger host keeps its size, layout and input but is not
+  // painted (one log line per size) until it is resized to fit.
+  static constexpr int kMaxFrameSide = 16384;
+  static constexpr long long kMaxFrameArea = 64LL * 1024 * 1024;
+
   // Lays out, repaints the dirty region (everything the first time) into the
-  // host's frame and returns it. Null without a render factory.
+  // host's frame and returns it. Null without a render factory, for an empty
+  // host, or when no frame of the host's size can be had (see kMaxFrameSide).
   IRenderTarget* Render();
   IRenderTarget* GetFrame() const { return frame_.get(); }
   // Renders and writes the frame as PNG.
@@ -202,6 +210,7 @@ class SHostWnd : public ISwndContainer {
   bool layout_pending_ = true;
   CRect dirty_;
   int paint_count_ = 0;
+  CSize unpaintable_size_;  // the size last reported as too large to paint
   std::unique_ptr<IRenderTarget> frame_;
   std::unique_ptr<STimelineManager> timeline_;
   std::map<std::pair<SWindow*, int>, SClock::TimerId> swnd_timers_;

@@ -13,6 +13,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "soui/sstring.h"
@@ -24,6 +25,10 @@ namespace SOUI {
 constexpr COLORREF OpaqueIfNoAlpha(COLORREF c) {
   return (c >> 24) != 0 || c == CR_INVALID ? c : (c | 0xFF000000u);
 }
+
+// Characters of one text call a backend shapes: a screenful many times over,
+// while a multi-megabyte string would stall painting for seconds.
+constexpr int kMaxRenderTextLength = 16 * 1024;
 
 // DrawText formats (Win32 DT_* values).
 constexpr UINT DT_TOP = 0x0000;
@@ -138,6 +143,9 @@ class IRenderTarget {
   // and DT_BOTTOM apply to DT_SINGLELINE text only, as in Win32. Without
   // DT_NOPREFIX "&&" shows "&" and a lone "&" before a character is dropped.
   // len < 0: up to the terminating zero. MeasureText is one line, no prefixes.
+  // Backends shape at most kMaxRenderTextLength characters of one call (the
+  // rest is neither drawn nor measured) and never report an extent that
+  // wrapped around: a measurement too wide for int saturates.
   virtual void DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) = 0;
   virtual void MeasureText(const wchar_t* text, int len, SIZE* size) = 0;
   virtual void TextOut(int x, int y, const wchar_t* text, int len) = 0;
@@ -177,6 +185,13 @@ class IRenderTarget {
   // Everything drawn until PopLayer is composited with the given opacity.
   virtual void PushLayer(BYTE alpha) = 0;
   virtual void PopLayer() = 0;
+
+  // Writes the pixels as a PNG file (UTF-8 path). False when the target has
+  // no pixels (a recording target) or the file cannot be written.
+  virtual bool SavePng(const std::string& path) const {
+    (void)path;
+    return false;
+  }
 };
 
 // Creates render targets and decodes images; one per application.

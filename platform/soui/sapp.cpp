@@ -5,10 +5,6 @@
 #include <chrono>
 #include <thread>
 
-#include "backends/cairo_render.h"
-#include "qvhost/config.h"
-#include "qvhost/message_dispatch.h"
-#include "qvhost/qvlog.h"
 #include "soui/hostwnd.h"
 #include "soui/skins.h"
 #include "soui/stdctrls.h"
@@ -16,31 +12,55 @@
 namespace SOUI {
 namespace {
 SApplication* g_app = nullptr;
-}
+SApplication::SetupHook g_default_setup = nullptr;
+}  // namespace
 
 SApplication::SApplication() : SApplication(Options()) {}
 
-SApplication::SApplication(const Options& options)
-    : options_(options),
-      render_factory_(std::make_unique<CairoRenderFactory>()),
-      clock_(options.manual_clock) {
+SApplication::SApplication(const Options& options) : options_(options), clock_(options.manual_clock) {
   assert(!g_app && "one SApplication at a time");
   g_app = this;
-  dispatch_ = std::make_unique<MessageDispatch>(clock_);
-  settings_ = std::make_unique<UserSettings>();
-  log_ = std::make_unique<QVLogSink>();
   RegisterBuiltinSkinTypes(res_);
   RegisterStandardControls(factory_);
-  IRenderFactory* rf = render_factory_.get();
-  res_.SetImageLoader([rf](const SStringW& path) { return rf->LoadBitmapFromFile(path); });
+  res_.SetImageLoader([this](const SStringW& path) {
+    return render_factory_ ? render_factory_->LoadBitmapFromFile(path) : nullptr;
+  });
+  if (g_default_setup) g_default_setup(*this);
 }
 
 SApplication::~SApplication() {
   // Hosts unregister themselves as they go; any left are the caller's leak,
   // but they must not reach a dead application.
   for (SHostWnd* host : std::vector<SHostWnd*>(hosts_)) host->DetachFromApp();
-  dispatch_.reset();
+  // Services may hold clock timers and resources: they go while both exist.
+  while (!services_.empty()) services_.pop_back();
   if (g_app == this) g_app = nullptr;
+}
+
+void SApplication::SetDefaultSetup(SetupHook hook) { g_default_setup = hook; }
+
+SApplication::SetupHook SApplication::GetDefaultSetup() { return g_default_setup; }
+
+void SApplication::SetRenderFactory(std::unique_ptr<IRenderFactory> factory) {
+  measure_target_.reset();
+  render_factory_ = std::move(factory);
+}
+
+IAppService* SApplication::GetService(const char* key) const {
+  for (const auto& s : services_) {
+    if (s.first == key) return s.second.get();
+  }
+  return nullptr;
+}
+
+void SApplication::SetService(const char* key, std::unique_ptr<IAppService> service) {
+  for (auto& s : services_) {
+    if (s.first == key) {
+      s.second = std::move(service);
+      return;
+    }
+  }
+  services_.emplace_back(key, std::move(service));
 }
 
 SApplication* SApplication::getSingletonPtr() { return g_app; }

@@ -1,7 +1,12 @@
 // SApplication: the one application object. It owns the class factory, the
-// resources, the render factory, the clock, the host services (message
-// dispatch, user settings, log) and the zoom. Tests create and destroy it
-// freely; nothing global survives it.
+// resources, the clock and the zoom, and holds what the layers around the
+// toolkit plug in: the render factory, the log sink and the host's services
+// (message dispatch, user settings), seen here only through interfaces.
+// Tests create and destroy it freely; nothing global survives it.
+//
+// A new application runs the default setup hook, which the platform library
+// registers as it loads (setup/default_platform.h: cairo rendering and the
+// host's log), so constructing one is all tests and the demo need.
 #pragma once
 
 #include <pugixml.hpp>
@@ -13,17 +18,21 @@
 
 #include "soui/render.h"
 #include "soui/resources.h"
+#include "soui/slog.h"
 #include "soui/sobject.h"
 #include "soui/timeline.h"
-
-class MessageDispatch;
-class UserSettings;
-class QVLogSink;
 
 namespace SOUI {
 
 class SHostWnd;
 class IHostBackend;
+
+// A service the application keeps for a layer above the toolkit (the host's
+// message dispatch, its user settings). The toolkit never looks inside.
+class IAppService {
+ public:
+  virtual ~IAppService() = default;
+};
 
 class SApplication {
  public:
@@ -43,12 +52,26 @@ class SApplication {
   SObjectFactory& GetFactory() { return factory_; }
   SWindow* CreateWindowByName(const wchar_t* tag) const;
   SResProvider& GetResProvider() { return res_; }
-  IRenderFactory* GetRenderFactory() const { return render_factory_.get(); }
   SClock& GetClock() { return clock_; }
   uint32_t GetFrameInterval() const { return options_.frame_ms; }
-  MessageDispatch& GetMessageDispatch() { return *dispatch_; }
-  UserSettings& GetUserSettings() { return *settings_; }
-  QVLogSink& GetLogSink() { return *log_; }
+
+  // ---- what plugs in ----
+  // Creates render targets and decodes images; null: nothing is painted.
+  IRenderFactory* GetRenderFactory() const { return render_factory_.get(); }
+  // Replaces the factory (and drops the measuring target made by the old one).
+  void SetRenderFactory(std::unique_ptr<IRenderFactory> factory);
+  // Where log lines go (soui/slog.h); null: stderr.
+  ILogSink* GetLogSink() const { return log_.get(); }
+  void SetLogSink(std::unique_ptr<ILogSink> sink) { log_ = std::move(sink); }
+  // Services by key; null when absent. Setting a key again replaces the
+  // service. Services go first when the application does, newest first.
+  IAppService* GetService(const char* key) const;
+  void SetService(const char* key, std::unique_ptr<IAppService> service);
+  // Runs for every application constructed from now on, at the end of its
+  // constructor; null for none.
+  using SetupHook = void (*)(SApplication& app);
+  static void SetDefaultSetup(SetupHook hook);
+  static SetupHook GetDefaultSetup();
 
   // Loads a layout/XML resource ("LAYOUT", "name") into doc.
   BOOL LoadXmlDocment(pugi::xml_document& doc, const SStringW& name, const SStringW& type);
@@ -96,9 +119,8 @@ class SApplication {
   SResProvider res_;
   std::unique_ptr<IRenderFactory> render_factory_;
   SClock clock_;
-  std::unique_ptr<MessageDispatch> dispatch_;
-  std::unique_ptr<UserSettings> settings_;
-  std::unique_ptr<QVLogSink> log_;
+  std::vector<std::pair<std::string, std::unique_ptr<IAppService>>> services_;
+  std::unique_ptr<ILogSink> log_;
   int zoom_ = 100;
   std::vector<SHostWnd*> hosts_;
   std::map<HWND, SHostWnd*> hwnds_;

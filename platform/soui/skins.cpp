@@ -3,6 +3,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "soui/slog.h"
+
 namespace SOUI {
 namespace {
 
@@ -77,9 +79,20 @@ void SSkinObjBase::LoadFromXml(pugi::xml_node decl, const ImageLoader& load_imag
                                const ColorResolver& resolve_color) {
   load_image_ = &load_image;
   resolve_color_ = resolve_color ? &resolve_color : nullptr;
+  loading_name_ = XmlValue(XmlAttrNoCase(decl, L"name"));
   InitFromXml(decl);
   load_image_ = nullptr;
   resolve_color_ = nullptr;
+  loading_name_.Empty();
+}
+
+IBitmapPtr SSkinObjBase::LoadImage(const SStringW& src) const {
+  IBitmapPtr image = load_image_ ? (*load_image_)(src) : nullptr;
+  if (!image) {
+    SLOG(kLogWarn, "SOUI") << L"skin '" << loading_name_ << L"' (" << GetObjectClass() << L"): image '"
+                           << src << L"' could not be loaded; the skin draws nothing";
+  }
+  return image;
 }
 
 bool SSkinObjBase::ParseColor(const SStringW& value, COLORREF* out) const {

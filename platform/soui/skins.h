@@ -40,7 +40,9 @@ class SSkinObjBase : public ISkinObj {
  protected:
   // A colour attribute value; false leaves *out unchanged.
   bool ParseColor(const SStringW& value, COLORREF* out) const;
-  IBitmapPtr LoadImage(const SStringW& src) const { return load_image_ ? (*load_image_)(src) : nullptr; }
+  // The image for a "src" value; logs a warning naming the skin when it
+  // cannot be had (missing file, not a PNG), once, as the skin loads.
+  IBitmapPtr LoadImage(const SStringW& src) const;
   // The skin's alpha combined with the alpha of one draw.
   BYTE EffectiveAlpha(BYTE alpha) const { return static_cast<BYTE>(alpha_ * alpha / 255); }
   // A length of this skin at scale `to`, rounded; at least 1 when it was.
@@ -49,6 +51,7 @@ class SSkinObjBase : public ISkinObj {
  private:
   BYTE alpha_ = 0xFF;
   const ImageLoader* load_image_ = nullptr;
+  SStringW loading_name_;  // the declaration's name while it loads
   const ColorResolver* resolve_color_ = nullptr;
 };
 

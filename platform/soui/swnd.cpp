@@ -1,20 +1,30 @@
 // SWindow implementation.
 //
-// Sections: style record · construction and tree · attributes · XML creation ·
-// state · layout. Painting is in swnd_paint.cpp, input and events in
-// swnd_input.cpp.
+// Sections: style record · construction and tree · attributes · state.
+// Creation from XML is in swnd_xml.cpp, layout in swnd_layout.cpp, painting
+// in swnd_paint.cpp, input and events in swnd_input.cpp.
 #include "soui/swnd.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <strings.h>
 #include <map>
 #include <string_view>
 #include <unordered_map>
 
-#include "qvhost/qvlog.h"
 #include "soui/sapp.h"
+#include "soui/slog.h"
+#include "soui/swnd_internal.h"
 
 namespace SOUI {
+
+namespace internal {
+unsigned g_measure_epoch = 1;
+}  // namespace internal
+
+using internal::ForEachDescendant;
+using internal::g_measure_epoch;
 
 // ---- style record -------------------------------------------------------------
 
@@ -96,6 +106,8 @@ bool SwndStyle::SetAttribute(const SStringW& name, const SStringW& value) {
 }
 
 bool SwndStyle::SetStdAttribute(StdAttr attr, const SStringW& value) {
+  // Fonts and colours are inherited: what descendants resolve may change.
+  ++g_measure_epoch;
   switch (attr) {
     case StdAttr::ColorText: return colorText[0].Set(value);
     case StdAttr::ColorTextHover: return colorText[1].Set(value);
@@ -172,6 +184,14 @@ COLORREF SwndStyle::GetTextColor(int state) const {
   return colorText[0].Get();
 }
 
+bool SwndStyle::HasFont() const {
+  return font[0].IsSet() || font[1].IsSet() || font[2].IsSet() || font[3].IsSet();
+}
+
+bool SwndStyle::HasTextColor() const {
+  return colorText[0].IsSet() || colorText[1].IsSet() || colorText[2].IsSet() || colorText[3].IsSet();
+}
+
 const ThemedFont& SwndStyle::GetFont(int state) const {
   if (state > 0 && state < 4 && font[state].IsSet()) return font[state];
   return font[0];
@@ -239,8 +259,14 @@ SWindow* SWindow::GetRoot() const {
   return const_cast<SWindow*>(w);
 }
 
-void SWindow::InsertChild(SWindow* child, SWindow* after) {
-  if (!child || child == this || child->parent_) return;
+BOOL SWindow::InsertChild(SWindow* child, SWindow* after) {
+  if (!child || child == this || child->parent_) return FALSE;
+  if (depth_ + 1 + child->SubtreeHeight() > kMaxTreeDepth) {
+    SLOG(kLogError, "SOUI") << L"InsertChild: the tree would be deeper than " << kMaxTreeDepth
+                            << L" levels; " << child->GetObjectClass() << L" name='" << child->name_
+                            << L"' not inserted";
+    return FALSE;
+  }
   child->parent_ = this;
   if (after == ICWND_LAST || (after != ICWND_FIRST && after->parent_ != this)) {
     child->prev_sibling_ = last_child_;
@@ -262,8 +288,23 @@ void SWindow::InsertChild(SWindow* child, SWindow* after) {
     after->next_sibling_ = child;
   }
   ++child_count_;
+  child->SetDepth(depth_ + 1);
   if (child->container_ != container_) child->SetContainer(container_);
   RequestRelayout();
+  return TRUE;
+}
+
+void SWindow::SetDepth(int depth) {
+  const int shift = depth - depth_;
+  if (shift == 0) return;
+  depth_ = depth;
+  ForEachDescendant(this, [shift](SWindow* w) { w->depth_ += shift; });
+}
+
+int SWindow::SubtreeHeight() const {
+  int deepest = depth_;
+  ForEachDescendant(const_cast<SWindow*>(this), [&deepest](SWindow* w) { deepest = std::max(deepest, w->depth_); });
+  return deepest - depth_;
 }
 
 BOOL SWindow::RemoveChild(SWindow* child) {
@@ -273,6 +314,7 @@ BOOL SWindow::RemoveChild(SWindow* child) {
   if (child->next_sibling_) child->next_sibling_->prev_sibling_ = child->prev_sibling_;
   else last_child_ = child->prev_sibling_;
   child->parent_ = child->prev_sibling_ = child->next_sibling_ = nullptr;
+  child->SetDepth(0);
   --child_count_;
   if (container_) container_->OnSwndDestroyed(child);  // drop capture/hover/focus on it
   RequestRelayout();
@@ -343,28 +385,40 @@ SWindow* SWindow::FindChildByID(int id, int depth) const {
 }
 
 void SWindow::LogChildNotFound(const wchar_t* cls, const SStringW& name) const {
-  QVLOG(QV_LOG_WARN, "SOUI") << L"FindChildByName2 Failed, no window of class " << cls
-                                   << L" with name of " << name;
+  SLOG(kLogWarn, "SOUI") << L"FindChildByName2 Failed, no window of class " << cls
+                         << L" with name of " << name;
 }
 
 void SWindow::SetContainer(ISwndContainer* container) {
-  ISwndContainer* old = container_;
-  if (old && old != container) old->OnSwndDestroyed(this);
-  container_ = container;
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->SetContainer(container);
-  if (old != container) OnContainerChanged(old);
+  auto set = [container](SWindow* w) {
+    ISwndContainer* old = w->container_;
+    if (old && old != container) old->OnSwndDestroyed(w);
+    w->container_ = container;
+    if (old != container) w->OnContainerChanged(old);
+  };
+  set(this);
+  ForEachDescendant(this, set);
 }
 
 void SWindow::OnContainerChanged(ISwndContainer* old_container) {
   (void)old_container;
   layout_dirty_ = true;
+  ++g_measure_epoch;
 }
 
 // ---- identity and text ---------------------------------------------------------------
 
 SStringW SWindow::GetWindowText(BOOL raw) const { return (raw && has_raw_text_) ? text_raw_ : text_; }
 
-void SWindow::SetWindowText(const SStringW& text) {
+void SWindow::SetWindowText(const SStringW& text_in) {
+  SStringW capped;
+  if (text_in.GetLength() > kMaxWindowTextLength) {
+    SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': text of "
+                           << text_in.GetLength() << L" characters cut to " << kMaxWindowTextLength;
+    capped = text_in.Left(kMaxWindowTextLength);
+  }
+  const SStringW& text = capped.IsEmpty() ? text_in : capped;
+  ++g_measure_epoch;
   SApplication* app = SApplication::getSingletonPtr();
   if (!app) {
     text_ = text;
@@ -412,7 +466,12 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     return AfterAttribute(name, value, loading, S_OK);
   }
   if (IsLayoutAttr(attr)) {
-    if (!layout_param_.SetAttribute(name, value)) return E_FAIL;
+    if (!layout_param_.SetAttribute(name, value)) {
+      SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': " << name << L"=\""
+                             << value << L"\" is malformed or out of range (sizes up to "
+                             << static_cast<int>(SLayoutSize::kMaxValue) << L"); ignored";
+      return E_FAIL;
+    }
     RequestRelayout();
     return AfterAttribute(name, value, loading, S_FALSE);
   }
@@ -478,113 +537,13 @@ void SWindow::SetAttributeRecursive(const SStringW& name, const SStringW& value)
   for (SWindow* c = first_child_; c; c = c->next_sibling_) c->SetAttributeRecursive(name, value);
 }
 
-// ---- XML creation ---------------------------------------------------------------------
-
-BOOL SWindow::InitFromXml(pugi::xml_node node) {
-  if (node) {
-    // From XML a window starts as wrap x wrap.
-    layout_param_.Clear();
-    // A class is applied before the element's own attributes.
-    auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
-    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
-    }
-    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-      if (!is_class(a)) SetAttribute(XmlName(a), XmlValue(a), TRUE);
-    }
-    // Non-blank inner text overrides the text attribute.
-    SStringW inner = SStringW::FromUtf8(node.text().get());
-    SStringW trimmed(inner);
-    if (!trimmed.Trim().IsEmpty()) {
-      inner.Replace(L"\\n", L"\n");
-      SetWindowText(trimmed);
-    }
-    CreateChildren(node);
-  }
-  NotifyCreate();
-  OnInitFinished(node);
-  RequestRelayout();
-  return TRUE;
-}
-
-void SWindow::NotifyCreate() {
-  if (created_) return;
-  created_ = true;
-  OnCreate();
-  EventSwndCreate evt(this);
-  FireEvent(evt);
-}
-
-BOOL SWindow::CreateChildren(pugi::xml_node node) {
-  for (pugi::xml_node c = node.first_child(); c; c = c.next_sibling()) {
-    if (c.type() != pugi::node_element) continue;
-    CreateChildFromXml(c);
-  }
-  return TRUE;
-}
-
-BOOL SWindow::CreateChildren(const wchar_t* xml) {
-  if (!xml) return FALSE;
-  pugi::xml_document doc;
-  const std::string utf8 = SStringW(xml).ToUtf8();
-  if (!doc.load_buffer(utf8.data(), utf8.size())) {
-    QVLOG(QV_LOG_ERROR, "SOUI") << L"CreateChildren: malformed XML";
-    return FALSE;
-  }
-  return CreateChildren(doc);
-}
-
-SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
-  SApplication* app = SApplication::getSingletonPtr();
-  if (!app) return nullptr;
-  const SStringW tag = XmlName(child);
-  if (tag.CompareNoCase(L"include") == 0) {
-    pugi::xml_document doc;
-    const SStringW src = XmlValue(XmlAttrNoCase(child, L"src"));
-    if (!app->LoadXmlDocment(doc, src)) {
-      QVLOG(QV_LOG_WARN, "SOUI") << L"include: no layout resource " << src;
-      return nullptr;
-    }
-    pugi::xml_node root = doc.document_element();
-    if (!root) return nullptr;
-    // The include's own attributes (except src) override the included root's.
-    for (pugi::xml_attribute a = child.first_attribute(); a; a = a.next_attribute()) {
-      if (SStringW::FromUtf8(a.name()).CompareNoCase(L"src") == 0) continue;
-      pugi::xml_attribute dst = root.attribute(a.name());
-      if (!dst) dst = root.append_attribute(a.name());
-      dst.set_value(a.value());
-    }
-    if (XmlName(root).CompareNoCase(L"include") == 0) {
-      CreateChildren(root);
-      return nullptr;
-    }
-    return CreateChildFromXml(root);
-  }
-  // "button.ok" creates a button styled with class "button.ok".
-  SStringW cls_tag = tag;
-  SStringW cls;
-  const int dot = tag.Find(L'.');
-  if (dot > 0) {
-    cls_tag = tag.Left(dot);
-    cls = tag;
-  }
-  SWindow* wnd = app->CreateWindowByName(cls_tag);
-  if (!wnd) {
-    QVLOG(QV_LOG_WARN, "SOUI") << L"CreateChildren: unknown window class " << tag;
-    return nullptr;
-  }
-  InsertChild(wnd);
-  if (!cls.IsEmpty()) wnd->SetAttribute(L"class", cls, TRUE);
-  wnd->InitFromXml(child);
-  return wnd;
-}
-
 // ---- state ----------------------------------------------------------------------------
 
 DWORD SWindow::ModifyState(DWORD add, DWORD remove, BOOL update) {
   const DWORD old = state_;
   state_ = (state_ & ~remove) | add;
   if (state_ != old) {
+    ++g_measure_epoch;  // descendants inherit visibility and enabled state
     EventSwndStateChanged evt(this);
     evt.dwOldState = old;
     evt.dwNewState = state_;
@@ -602,10 +561,28 @@ int SWindow::GetStateIndex() const {
 }
 
 BOOL SWindow::IsVisible(BOOL check_parent) const {
-  for (const SWindow* w = this; w; w = check_parent ? w->parent_ : nullptr) {
-    if (w->state_ & WndState_Invisible) return FALSE;
+  if (check_parent) return GetInherited().hidden ? FALSE : TRUE;
+  return (state_ & WndState_Invisible) ? FALSE : TRUE;
+}
+
+const SWindow::Inherited& SWindow::GetInherited() const {
+  const unsigned epoch = g_measure_epoch;
+  if (inherited_.epoch == epoch) return inherited_;
+  // Fill in from the nearest ancestor that is current, downwards, without
+  // recursion: one walk up per epoch for the deepest window, O(1) after.
+  static std::vector<const SWindow*> path;
+  path.clear();
+  for (const SWindow* w = this; w && w->inherited_.epoch != epoch; w = w->parent_) path.push_back(w);
+  for (auto it = path.rbegin(); it != path.rend(); ++it) {
+    const SWindow* w = *it;
+    const Inherited* up = w->parent_ ? &w->parent_->inherited_ : nullptr;
+    Inherited& in = w->inherited_;
+    in.hidden = (w->state_ & WndState_Invisible) || (up && up->hidden);
+    in.disabled = (w->state_ & WndState_Disable) || (up && up->disabled);
+    in.font_source = w->style_.HasFont() ? w : (up ? up->font_source : nullptr);
+    in.epoch = epoch;
   }
-  return TRUE;
+  return inherited_;
 }
 
 void SWindow::SetVisible(BOOL visible, BOOL update) {
@@ -621,10 +598,8 @@ void SWindow::SetVisible(BOOL visible, BOOL update) {
 }
 
 BOOL SWindow::IsDisabled(BOOL check_parent) const {
-  for (const SWindow* w = this; w; w = check_parent ? w->parent_ : nullptr) {
-    if (w->state_ & WndState_Disable) return TRUE;
-  }
-  return FALSE;
+  if (check_parent) return GetInherited().disabled ? TRUE : FALSE;
+  return (state_ & WndState_Disable) ? TRUE : FALSE;
 }
 
 void SWindow::EnableWindow(BOOL enable, BOOL update) {
@@ -642,173 +617,5 @@ void SWindow::SetFocus() {
 }
 
 BOOL SWindow::IsFocused() const { return container_ && container_->GetFocus() == this; }
-
-// ---- layout -----------------------------------------------------------------------
-
-int SWindow::GetScale() const {
-  if (container_) return container_->GetScale();
-  SApplication* app = SApplication::getSingletonPtr();
-  return app ? app->GetZoom() : 100;
-}
-
-CRect SWindow::GetClientRect() const {
-  CRect rc = rect_;
-  rc.DeflateRect(style_.GetMargin(GetScale()));
-  return rc;
-}
-
-CRect SWindow::GetChildrenLayoutRect() const {
-  CRect rc = GetClientRect();
-  rc.DeflateRect(style_.GetPadding(GetScale()));
-  return rc;
-}
-
-void SWindow::Move(LPCRECT rc) {
-  if (!rc) {
-    float_ = FALSE;
-    if (parent_) parent_->RequestRelayout();
-    return;
-  }
-  float_ = TRUE;
-  OnRelayout(CRect(*rc));
-}
-
-void SWindow::Move(int x, int y, int cx, int cy) {
-  if (cx < 0) cx = rect_.Width();
-  if (cy < 0) cy = rect_.Height();
-  const CRect rc(x, y, x + cx, y + cy);
-  Move(&rc);
-}
-
-CSize SWindow::GetDesiredSize(LPCRECT rc_container) {
-  const CRect rc(rc_container);
-  return GetDesiredSize(rc.Width(), rc.Height());
-}
-
-CSize SWindow::GetDesiredSize(int width, int height) {
-  const int scale = GetScale();
-  CSize size(-1, -1);
-  const Orientation axes[2] = {Orientation::Horz, Orientation::Vert};
-  const int avail[2] = {width, height};
-  int* out[2] = {&size.cx, &size.cy};
-  for (int i = 0; i < 2; ++i) {
-    if (layout_param_.IsSpecifiedSize(axes[i])) *out[i] = layout_param_.GetSpecifiedSize(axes[i]).toPixelSize(scale);
-    else if (layout_param_.IsMatchParent(axes[i]) && avail[i] >= 0) *out[i] = avail[i];
-  }
-  if (size.cx >= 0 && size.cy >= 0) return size;
-
-  const CRect margin = style_.GetMargin(scale);
-  const CRect padding = style_.GetPadding(scale);
-  const int extra_w = margin.left + margin.right + padding.left + padding.right;
-  const int extra_h = margin.top + margin.bottom + padding.top + padding.bottom;
-  int text_width = size.cx >= 0 ? size.cx - extra_w : -1;
-  if (text_width < 0 && has_max_width_) text_width = max_width_size_.toPixelSize(scale) - extra_w;
-  const CSize text = MeasureContent(text_width);
-  const CSize children = SouiLayout::MeasureChildren(
-      this, size.cx >= 0 ? size.cx - extra_w : -1, size.cy >= 0 ? size.cy - extra_h : -1);
-  if (size.cx < 0) size.cx = std::max(text.cx, children.cx) + extra_w;
-  if (size.cy < 0) size.cy = std::max(text.cy, children.cy) + extra_h;
-  return size;
-}
-
-CSize SWindow::MeasureContent(int width) {
-  const SStringW text = GetWindowText();
-  if (text.IsEmpty()) return CSize();
-  UINT fmt = GetTextAlign();
-  if (width >= 0 && !(fmt & DT_SINGLELINE)) fmt |= DT_WORDBREAK;
-  return MeasureTextExtent(text, width, fmt);
-}
-
-CSize SWindow::MeasureTextExtent(const SStringW& text, int max_width, UINT format) const {
-  SApplication* app = SApplication::getSingletonPtr();
-  IRenderTarget* rt = app ? app->GetMeasureTarget() : nullptr;
-  if (!rt) return CSize();
-  IFontPtr font = GetPaintFont(rt);
-  IFontPtr old = rt->SelectFont(font);
-  CRect rc(0, 0, max_width >= 0 ? max_width : 100000, 100000);
-  rt->DrawText(text, text.GetLength(), &rc, format | DT_CALCRECT);
-  rt->SelectFont(old);
-  return CSize(rc.Width(), rc.Height());
-}
-
-void SWindow::MarkLayoutDirtyUpwards() {
-  layout_dirty_ = true;
-  // A content-sized ancestor changes size with us, so its parent must re-lay too.
-  SWindow* w = this;
-  while (w->parent_) {
-    w->parent_->layout_dirty_ = true;
-    const SouiLayoutParam* p = w->GetLayoutParam();
-    if (w->float_ || !(p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert))) break;
-    w = w->parent_;
-  }
-}
-
-void SWindow::RequestRelayout() {
-  MarkLayoutDirtyUpwards();
-  if (container_) container_->OnRelayoutRequested();
-}
-
-void SWindow::UpdateLayout() {
-  if (layout_dirty_) {
-    layout_dirty_ = false;
-    UpdateChildrenPosition();
-  }
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->UpdateLayout();
-}
-
-void SWindow::UpdateChildrenPosition() { SouiLayout::LayoutChildren(this); }
-
-void SWindow::OnRelayout(const CRect& rc) {
-  if (rc == rect_) return;
-  const bool resized = rc.Width() != rect_.Width() || rc.Height() != rect_.Height();
-  Invalidate();
-  // Children are in host coordinates: a move shifts them along.
-  const int dx = rc.left - rect_.left, dy = rc.top - rect_.top;
-  if (dx || dy) ShiftDescendants(dx, dy);
-  rect_ = rc;
-  layout_dirty_ = true;
-  if (resized) {
-    OnSize(0, CSize(rc.Width(), rc.Height()));
-    EventSwndSize evt(this);
-    evt.szWnd = CSize(rc.Width(), rc.Height());
-    FireEvent(evt);
-  }
-  Invalidate();
-}
-
-void SWindow::ShiftDescendants(int dx, int dy) {
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
-    c->rect_.OffsetRect(dx, dy);
-    c->ShiftDescendants(dx, dy);
-  }
-}
-
-SWindow* SWindow::GetNextLayoutChild(const SWindow* cur) const {
-  SWindow* w = cur ? cur->next_sibling_ : first_child_;
-  while (w && (w->float_ || (!w->IsVisible(FALSE) && !w->display_))) w = w->next_sibling_;
-  return w;
-}
-
-SWindow* SWindow::GetPrevLayoutChild(const SWindow* cur) const {
-  SWindow* w = cur ? cur->prev_sibling_ : last_child_;
-  while (w && (w->float_ || (!w->IsVisible(FALSE) && !w->display_))) w = w->prev_sibling_;
-  return w;
-}
-
-SWindow* SWindow::SwndFromPoint(CPoint pt, BOOL include_msg_transparent) {
-  if (!rect_.PtInRect(pt) || !IsVisible(FALSE)) return nullptr;
-  for (SWindow* c = last_child_; c; c = c->prev_sibling_) {
-    if (!c->IsVisible(FALSE)) continue;
-    if (c->msg_transparent_ && !include_msg_transparent) continue;
-    if (SWindow* hit = c->SwndFromPoint(pt, include_msg_transparent)) return hit;
-  }
-  return this;
-}
-
-void SWindow::OnScaleChanged(int scale) {
-  (void)scale;
-  layout_dirty_ = true;
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->OnScaleChanged(scale);
-}
 
 }  // namespace SOUI

@@ -98,10 +98,32 @@ struct SwndStyle {
   // The state colour, falling back to normal when the state has none.
   COLORREF GetTextColor(int state) const;
   const ThemedFont& GetFont(int state) const;
+  // Whether any state has a font / a text colour of its own.
+  bool HasFont() const;
+  bool HasTextColor() const;
 };
 
 class SWindow : public SObject {
  public:
+  // ---- limits ---------------------------------------------------------------
+  // Building, layout, measuring, painting, hit-testing and destruction walk
+  // the tree recursively, a few frames per level: about 0.7 KB per level in
+  // a debug build and 1.5 KB under AddressSanitizer, so the deepest tree
+  // needs under 2 MB of an 8 MB stack in the worst build (the tests run it
+  // on a 4 MB thread). No real layout comes near this depth. Windows deeper
+  // than this are not created (one log line per build), and InsertChild
+  // refuses a child that would go deeper. The host's root is depth 0.
+  static constexpr int kMaxTreeDepth = 1000;
+  // Includes expanding inside includes. An include already being expanded
+  // (a cycle, including a layout that includes itself) is refused on its
+  // own, whatever the depth.
+  static constexpr int kMaxIncludeDepth = 32;
+  // Attribute values from XML and window text are cut to this many
+  // characters (one log line each): far beyond any label, yet small enough
+  // to shape in a few milliseconds.
+  static constexpr int kMaxAttrValueLength = 64 * 1024;
+  static constexpr int kMaxWindowTextLength = 64 * 1024;
+
   static const wchar_t* GetClassName() { return L"window"; }
   static const wchar_t* BaseClassName() { return SObject::GetClassName(); }
   const wchar_t* GetObjectClass() const override { return GetClassName(); }
@@ -118,7 +140,11 @@ class SWindow : public SObject {
   SWindow* GetRoot() const;
   UINT GetChildrenCount() const { return child_count_; }
   // Takes ownership. after: ICWND_FIRST, ICWND_LAST or a child of this window.
-  void InsertChild(SWindow* child, SWindow* after = ICWND_LAST);
+  // FALSE (logged, nothing changes, the caller keeps the child) when the
+  // child's subtree would end deeper than kMaxTreeDepth.
+  BOOL InsertChild(SWindow* child, SWindow* after = ICWND_LAST);
+  // Number of ancestors: 0 for a window without a parent.
+  int GetDepth() const { return depth_; }
   // Unlinks without destroying; the caller owns the child again.
   BOOL RemoveChild(SWindow* child);
   // Unlinks and destroys.
@@ -210,7 +236,10 @@ class SWindow : public SObject {
   void Move(int x, int y, int cx = -1, int cy = -1);
   // The content size of the window for an available width/height (negative:
   // unbounded). Specified sizes and match_parent win; otherwise text and
-  // children are measured and margin and padding added.
+  // children are measured and margin and padding added, saturating far below
+  // INT_MAX. The measured content is kept until something that can change it
+  // happens anywhere (a relayout request, text, state, style or tree change),
+  // so nested content-sized windows are measured once, not once per level.
   virtual CSize GetDesiredSize(int width, int height);
   CSize GetDesiredSize(LPCRECT rc_container);
   // Marks this window (and wrap-content ancestors) for layout before the
@@ -342,6 +371,23 @@ class SWindow : public SObject {
   void NotifyCreate();
   void MarkLayoutDirtyUpwards();
   void ShiftDescendants(int dx, int dy);
+  void SetDepth(int depth);
+  // What a window inherits from its ancestors, worked out once per epoch.
+  struct Inherited {
+    unsigned epoch = 0;
+    bool hidden = false;    // it or an ancestor is invisible
+    bool disabled = false;  // it or an ancestor is disabled
+    const SWindow* font_source = nullptr;  // nearest window (itself included) setting a font
+  };
+  const Inherited& GetInherited() const;
+  void ShiftUnplacedDescendants(int dx, int dy);
+  // Pieces of XML creation kept off the recursive path (see CreateChildFromXml).
+  [[gnu::noinline]] void ApplyXmlAttributes(pugi::xml_node node);
+  [[gnu::noinline]] SWindow* CreateWindowFromXml(pugi::xml_node child);
+  [[gnu::noinline]] SWindow* CreateIncludeFromXml(pugi::xml_node child);
+  [[gnu::noinline]] static void ReportTooDeep(pugi::xml_node child);
+  void UpdateLayoutTree();
+  int SubtreeHeight() const;
 
   SWindow* parent_ = nullptr;
   SWindow* owner_ = nullptr;
@@ -352,9 +398,24 @@ class SWindow : public SObject {
   UINT child_count_ = 0;
   ISwndContainer* container_ = nullptr;
   EventSet events_;
+  int depth_ = 0;
   bool layout_dirty_ = true;
   bool created_ = false;
   bool destroying_ = false;
+  // Creating children from XML: descendants need not mark the ancestors
+  // above this one dirty; it does so itself once its children are made.
+  bool building_children_ = false;
+  // Inside UpdateChildrenPosition of a layout pass: every child placed now
+  // is laid out itself right after, so its own children need not be shifted.
+  bool placing_children_ = false;
+  mutable Inherited inherited_;
+  // GetDesiredSize's last answer, valid while no size-affecting change has
+  // happened anywhere since (see MeasureEpoch in swnd.cpp).
+  struct DesiredCache {
+    unsigned epoch = 0;
+    int width = 0, height = 0, scale = 0;
+    CSize size;
+  } desired_cache_;
 };
 
 // Declares a class derived from a toolkit window: tag, base tag and IsClass.

@@ -15,8 +15,10 @@ void SWindow::InvalidateRect(const CRect& rc) {
 
 IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
   const int scale = GetScale();
-  for (const SWindow* w = this; w; w = w->parent_) {
-    const ThemedFont& f = w->style_.GetFont(w == this ? GetStateIndex() : w->GetStateIndex());
+  // Only the windows that set a font matter, nearest first.
+  for (const SWindow* w = GetInherited().font_source; w;
+       w = w->parent_ ? w->parent_->GetInherited().font_source : nullptr) {
+    const ThemedFont& f = w->style_.GetFont(w->GetStateIndex());
     if (f.IsSet()) {
       if (IFontPtr font = f.Get(scale)) return font;
     }
@@ -28,6 +30,7 @@ IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
 
 COLORREF SWindow::GetPaintTextColor() const {
   for (const SWindow* w = this; w; w = w->parent_) {
+    if (!w->style_.HasTextColor()) continue;
     const COLORREF c = w->style_.GetTextColor(w->GetStateIndex());
     if (c != CR_INVALID) return c;
   }

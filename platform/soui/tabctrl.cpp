@@ -1,6 +1,6 @@
 #include "soui/tabctrl.h"
 
-#include "qvhost/qvlog.h"
+#include "soui/slog.h"
 #include "soui/sapp.h"
 
 namespace SOUI {
@@ -94,7 +94,7 @@ BOOL STabCtrl::CreateChildren(pugi::xml_node node) {
   for (pugi::xml_node c = node.first_child(); c; c = c.next_sibling()) {
     if (c.type() != pugi::node_element) continue;
     if (std::string(c.name()) != "page") {
-      QVLOG(QV_LOG_WARN, "SOUI") << L"tabctrl: only page children are pages, skipped " << XmlName(c);
+      SLOG(kLogWarn, "SOUI") << L"tabctrl: only page children are pages, skipped " << XmlName(c);
       continue;
     }
     auto* page = new STabPage();

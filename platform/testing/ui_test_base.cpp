@@ -41,7 +41,7 @@ int UiTestBase::CountEvents(int id) const {
   return n;
 }
 
-bool UiTestBase::LogContains(const wchar_t* text) const { return app_->GetLogSink().Contains(text); }
+bool UiTestBase::LogContains(const wchar_t* text) const { return QVLogSinkOf(*app_).Contains(text); }
 
 namespace {
 void Dump(const SWindow* w, int depth, SStringW* out) {

@@ -48,7 +48,7 @@ class RedGreenCompareTest : public MarketValuesTest, public ::testing::WithParam
 
 TEST_P(RedGreenCompareTest, ColourReferenceFollowsTheComparison) {
   const CompareCase& c = GetParam();
-  if (c.red_rise >= 0) app_->GetUserSettings().SetBool(kQVCfgRedRise, c.red_rise != 0);
+  if (c.red_rise >= 0) GetUserSettings(*app_).SetBool(kQVCfgRedRise, c.red_rise != 0);
   CreateHostWithChildren((SStringW(L"<qv_redgreen name=\"v\" text=\"1\" ") + c.attrs + L"/>").c_str());
   auto* v = Find<CQVRedGreenStatic>(L"v");
   ASSERT_NE(v, nullptr);
@@ -97,7 +97,7 @@ TEST_F(MarketValuesTest, Message1063RecoloursEveryLiveLabelAndPaintsTheNewColour
   SOUI::SWindow* flat = Find(L"flat");
   EXPECT_NE(Paint(up).at(0).find(kRed), std::string::npos);
 
-  app_->GetUserSettings().SetBool(kQVCfgRedRise, false);
+  GetUserSettings(*app_).SetBool(kQVCfgRedRise, false);
   // Nothing changes until the host says so.
   EXPECT_EQ(ColorRef(up), kRise);
   GetMsgDispatch()->Send(kQVMsgRiseFallColorChanged);
@@ -108,7 +108,7 @@ TEST_F(MarketValuesTest, Message1063RecoloursEveryLiveLabelAndPaintsTheNewColour
   EXPECT_NE(Paint(down).at(0).find(kRed), std::string::npos);
   EXPECT_NE(Paint(flat).at(0).find(kGrey), std::string::npos);
 
-  app_->GetUserSettings().Remove(kQVCfgRedRise);  // absent means red rises
+  GetUserSettings(*app_).Remove(kQVCfgRedRise);  // absent means red rises
   GetMsgDispatch()->Send(kQVMsgRiseFallColorChanged);
   EXPECT_EQ(ColorRef(up), kRise);
   EXPECT_EQ(ColorRef(down), kFall);
@@ -118,11 +118,11 @@ TEST_F(MarketValuesTest, DestroyedLabelReceivesNothing) {
   CreateHostWithChildren(
       L"<qv_redgreen name=\"gone\" compare=\"1\" current=\"2\"/>"
       L"<qv_redgreen name=\"kept\" compare=\"1\" current=\"2\"/>");
-  auto& dispatch = app_->GetMessageDispatch();
+  auto& dispatch = GetMessageDispatch(*app_);
   const size_t before = dispatch.BindingCount();
   ASSERT_TRUE(Find(L"gone")->DestroyWindow());
   EXPECT_EQ(dispatch.BindingCount(), before - 1);
-  app_->GetUserSettings().SetBool(kQVCfgRedRise, false);
+  GetUserSettings(*app_).SetBool(kQVCfgRedRise, false);
   // A stale binding would call into freed memory here (ASan reports it).
   dispatch.Send(kQVMsgRiseFallColorChanged);
   EXPECT_EQ(ColorRef(Find(L"kept")), kFall);
@@ -131,7 +131,7 @@ TEST_F(MarketValuesTest, DestroyedLabelReceivesNothing) {
 TEST_F(MarketValuesTest, AttributeCurrentDoesNotRereadTheConventionButCompareDoes) {
   CreateHostWithChildren(L"<qv_redgreen name=\"v\" compare=\"1\" current=\"2\"/>");
   SOUI::SWindow* v = Find(L"v");
-  app_->GetUserSettings().SetBool(kQVCfgRedRise, false);
+  GetUserSettings(*app_).SetBool(kQVCfgRedRise, false);
   v->SetAttribute(L"current", L"3", FALSE);
   EXPECT_EQ(ColorRef(v), kRise);
   v->SetAttribute(L"compare", L"1", FALSE);

@@ -73,7 +73,7 @@ TEST_F(DialogTest, OnlyTheFirstEndDialogCounts) {
 TEST_F(DialogTest, ALoopThatNothingCanEndReturnsMinusOneAndLogs) {
   SHostDialog dlg(L"LAYOUT:dlg");
   EXPECT_EQ(dlg.DoModal(owner_.m_hWnd), -1);
-  EXPECT_TRUE(app_.GetLogSink().Contains(L"DoModal: nothing left that could end the dialog"));
+  EXPECT_TRUE(QVLogSinkOf(app_).Contains(L"DoModal: nothing left that could end the dialog"));
   EXPECT_TRUE(IsWindowEnabled(owner_.m_hWnd));
 }
 

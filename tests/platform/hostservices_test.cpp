@@ -248,7 +248,7 @@ class AppServicesTest : public ::testing::Test {
 
 TEST_F(AppServicesTest, MsgDispatchIsTheApplicationsAndRunsOnItsClock) {
   IMessageDispatch* d = GetMsgDispatch();
-  ASSERT_EQ(d, &app.GetMessageDispatch());
+  ASSERT_EQ(d, &GetMessageDispatch(app));
   int ran = 0;
   d->Delay(10, [&] { ++ran; });
   app.GetClock().Advance(9);
@@ -262,7 +262,7 @@ TEST_F(AppServicesTest, ReadBoolKeepsTheCallersValueWhenTheItemIsAbsent) {
   EXPECT_FALSE(Util_Config::UserCfg_ReadBool(50501, &flag));
   EXPECT_TRUE(flag);
 
-  app.GetUserSettings().SetBool(50501, false);
+  GetUserSettings(app).SetBool(50501, false);
   EXPECT_TRUE(Util_Config::UserCfg_ReadBool(50501, &flag));
   EXPECT_FALSE(flag);
   EXPECT_FALSE(Util_Config::UserCfg_ReadBool(50501, nullptr));
@@ -278,7 +278,7 @@ TEST_F(AppServicesTest, LogMacroCapturesPlaceAndStreamsEveryKind) {
                                << ' ' << -7L << ' ' << 2.5 << ' ' << static_cast<void*>(nullptr)
                                << ' ' << SStringW(L"w") << std::string(" caf\xc3\xa9");
 
-  const QVLogLine& l = app.GetLogSink().Lines().back();
+  const QVLogLine& l = QVLogSinkOf(app).Lines().back();
   EXPECT_EQ(l.level, QV_LOG_WARN);
   EXPECT_EQ(l.category, "COMMON");
   EXPECT_EQ(l.file, "hostservices_test.cpp");  // base name only
@@ -291,21 +291,21 @@ TEST_F(AppServicesTest, LogWriteKeepsTheBaseNameOfWindowsPathsAndWideCategories)
   QVLogWrite(QV_LOG_ERROR, "SOUI", "C:\\src\\ctrls/QVToast.cpp", "QVStandardCtrls::IQVToast::TrackPopupToast", 7,
              L"msg");
   QVLOG(QV_LOG_INFO, L"WIDE") << "x";
-  const auto& lines = app.GetLogSink().Lines();
+  const auto& lines = QVLogSinkOf(app).Lines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0].Format(), L"E SOUI QVToast.cpp:7 QVStandardCtrls::IQVToast::TrackPopupToast: msg");
   EXPECT_EQ(lines[1].category, "WIDE");
 }
 
 TEST_F(AppServicesTest, SinkEchoesToStderrOnlyAtOrAboveItsLevel) {
-  app.GetLogSink().SetEchoLevel(QV_LOG_WARN);
+  QVLogSinkOf(app).SetEchoLevel(QV_LOG_WARN);
   ::testing::internal::CaptureStderr();
   QVLOG(QV_LOG_INFO, "COMMON") << "quiet line";
   QVLOG(QV_LOG_ERROR, "COMMON") << "loud line";
   const std::string err = ::testing::internal::GetCapturedStderr();
   EXPECT_EQ(err.find("quiet line"), std::string::npos);
   EXPECT_NE(err.find("loud line"), std::string::npos);
-  EXPECT_EQ(app.GetLogSink().Lines().size(), 2u);  // both kept
+  EXPECT_EQ(QVLogSinkOf(app).Lines().size(), 2u);  // both kept
 }
 
 TEST(NoAppServicesTest, ServicesDegradeWithoutAnApplication) {

@@ -1,0 +1,30 @@
+// Internal to the SWindow implementation files (swnd*.cpp); not API.
+#pragma once
+
+#include "soui/swnd.h"
+
+namespace SOUI {
+namespace internal {
+
+// Bumped by every change that can alter a window's content size or what it
+// inherits (state, fonts, the tree, text); desired sizes and inherited state
+// worked out in an older epoch are worked out again.
+extern unsigned g_measure_epoch;
+
+// Visits every descendant of root in document order without recursion.
+template <class Fn>
+void ForEachDescendant(SWindow* root, Fn fn) {
+  SWindow* w = root->GetWindow(GSW_FIRSTCHILD);
+  while (w) {
+    fn(w);
+    if (SWindow* c = w->GetWindow(GSW_FIRSTCHILD)) {
+      w = c;
+      continue;
+    }
+    while (w != root && !w->GetWindow(GSW_NEXTSIBLING)) w = w->GetParent();
+    w = w == root ? nullptr : w->GetWindow(GSW_NEXTSIBLING);
+  }
+}
+
+}  // namespace internal
+}  // namespace SOUI
