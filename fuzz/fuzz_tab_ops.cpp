@@ -16,9 +16,10 @@
 //     it is the only one marked;
 //   - the strip reported each insert and remove exactly once.
 //
-// QV_FUZZ_RELEASE_BEFORE_REMOVE=1 in the environment releases a held mouse
-// button before every remove, so a run can look past faults of removing the
-// tab being dragged.
+// QV_FUZZ_SETTLE_REMOVES=1 in the environment lets go of a held mouse
+// button before every remove and lets the removed tab's fade run out after
+// it, so a run can look past faults of removed tabs that are still pressed
+// or still on screen.
 #include <algorithm>
 #include <cstdlib>
 #include <string>
@@ -107,7 +108,9 @@ class TabOps {
   void Run() {
     for (int step = 0; step < 400 && !in_.Empty(); ++step) {
       const Op op = static_cast<Op>(in_.Byte() % kOpCount);
+      const int removes_before = removes_;
       Apply(op);
+      if (SettleRemoves() && removes_ != removes_before) fuzz_.Advance(1000);
       if (Trace()) Dump(kOpNames[op]);
       Check(kOpNames[op]);
     }
@@ -176,12 +179,15 @@ class TabOps {
     return static_cast<int>(sel) - 0xF8;  // unknown ids, negative ones among them
   }
 
-  void MaybeReleaseBeforeRemove() {
-    static const bool release = [] {
-      const char* v = std::getenv("QV_FUZZ_RELEASE_BEFORE_REMOVE");
+  static bool SettleRemoves() {
+    static const bool settle = [] {
+      const char* v = std::getenv("QV_FUZZ_SETTLE_REMOVES");
       return v && *v == '1';
     }();
-    if (release && (buttons_ & MK_LBUTTON)) {
+    return settle;
+  }
+  void MaybeReleaseBeforeRemove() {
+    if (SettleRemoves() && (buttons_ & MK_LBUTTON)) {
       buttons_ &= ~MK_LBUTTON;
       host_.OnMouseEvent(WM_LBUTTONUP, buttons_, host_.GetCursorPos());
     }
