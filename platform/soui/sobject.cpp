@@ -99,6 +99,13 @@ SWindow* SObjectFactory::CreateWindowByName(const wchar_t* tag) const {
   return it == creators_.end() ? nullptr : it->second();
 }
 
+std::vector<SStringW> SObjectFactory::GetClassNames() const {
+  std::vector<SStringW> names;
+  names.reserve(creators_.size());
+  for (const auto& entry : creators_) names.emplace_back(entry.first.c_str());
+  return names;
+}
+
 pugi::xml_node XmlChildNoCase(pugi::xml_node parent, const wchar_t* name) {
   if (!name) return pugi::xml_node();
   const std::string utf8 = SStringW(name).ToUtf8();

@@ -81,6 +81,8 @@ class SObjectFactory {
   bool IsRegistered(const wchar_t* tag) const;
   // Null for an unknown tag. The caller owns the result.
   SWindow* CreateWindowByName(const wchar_t* tag) const;
+  // Every registered tag, in sorted order.
+  std::vector<SStringW> GetClassNames() const;
 
  private:
   std::map<std::wstring, Creator, std::less<>> creators_;  // find() takes a view
