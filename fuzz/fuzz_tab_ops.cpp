@@ -15,11 +15,6 @@
 //   - a selected item is marked selected, and in a single-selection strip
 //     it is the only one marked;
 //   - the strip reported each insert and remove exactly once.
-//
-// QV_FUZZ_SETTLE_REMOVES=1 in the environment lets go of a held mouse
-// button before every remove and lets the removed tab's fade run out after
-// it, so a run can look past faults of removed tabs that are still pressed
-// or still on screen.
 #include <algorithm>
 #include <cstdlib>
 #include <string>
@@ -108,9 +103,7 @@ class TabOps {
   void Run() {
     for (int step = 0; step < 400 && !in_.Empty(); ++step) {
       const Op op = static_cast<Op>(in_.Byte() % kOpCount);
-      const int removes_before = removes_;
       Apply(op);
-      if (SettleRemoves() && removes_ != removes_before) fuzz_.Advance(1000);
       if (Trace()) Dump(kOpNames[op]);
       Check(kOpNames[op]);
     }
@@ -179,20 +172,6 @@ class TabOps {
     return static_cast<int>(sel) - 0xF8;  // unknown ids, negative ones among them
   }
 
-  static bool SettleRemoves() {
-    static const bool settle = [] {
-      const char* v = std::getenv("QV_FUZZ_SETTLE_REMOVES");
-      return v && *v == '1';
-    }();
-    return settle;
-  }
-  void MaybeReleaseBeforeRemove() {
-    if (SettleRemoves() && (buttons_ & MK_LBUTTON)) {
-      buttons_ &= ~MK_LBUTTON;
-      host_.OnMouseEvent(WM_LBUTTONUP, buttons_, host_.GetCursorPos());
-    }
-  }
-
   void Apply(Op op) {
     const int n = static_cast<int>(ids_.size());
     switch (op) {
@@ -213,11 +192,9 @@ class TabOps {
         break;
       }
       case kRemoveById:
-        MaybeReleaseBeforeRemove();
         RemoveId(ReadId());
         break;
       case kRemoveByOrder: {
-        MaybeReleaseBeforeRemove();
         const int order = in_.Range(-1, n);
         const int id = strip_->GetTabId(order);
         const bool removed = strip_->RemoveTabByOrder(order);
