@@ -339,6 +339,50 @@ void CairoRenderTarget::MeasureText(const wchar_t* text, int len, SIZE* size) {
   *size = SIZE{shaped.logical.width, shaped.logical.height};
 }
 
+void CairoRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* ends) {
+  if (!text || len <= 0) return;
+  const size_t n = std::min(static_cast<size_t>(len), TextEngine::MaxShapedChars(font_entry_));
+  // Byte offset of each character in the UTF-8 form the layout is made of
+  // (line breaks are not expected here: each one is a character of its own).
+  std::vector<int> byte_of(n + 1, 0);
+  utf8_.clear();
+  for (size_t i = 0; i < n; ++i) {
+    byte_of[i] = static_cast<int>(utf8_.size());
+    // Control characters (NUL included, which pango stops at) measure as spaces.
+    if (static_cast<uint32_t>(text[i]) < 0x20) utf8_.push_back(' ');
+    else AppendUtf8(&utf8_, text + i, 1, true);
+  }
+  byte_of[n] = static_cast<int>(utf8_.size());
+  const auto& shaped = text_->Layout(font_entry_, utf8_, TextEngine::Box());
+  // Walk the clusters: characters of one cluster (a ligature, a base with
+  // its marks) share its advance evenly.
+  PangoLayoutIter* iter = pango_layout_get_iter(shaped.layout);
+  size_t ch = 0;
+  int last = 0;
+  do {
+    const int start = pango_layout_iter_get_index(iter);
+    PangoRectangle logical;
+    pango_layout_iter_get_cluster_extents(iter, nullptr, &logical);
+    const bool more = pango_layout_iter_next_cluster(iter);
+    const int end = more ? pango_layout_iter_get_index(iter) : byte_of[n];
+    size_t first = ch;
+    while (first < n && byte_of[first] < start) ++first;
+    size_t stop = first;
+    while (stop < n && byte_of[stop] < end) ++stop;
+    const size_t count = stop - first;
+    for (size_t k = 0; k < count; ++k) {
+      const double right = (logical.x + logical.width * static_cast<double>(k + 1) / static_cast<double>(count)) / PANGO_SCALE;
+      last = std::max(last, static_cast<int>(right + 0.5));
+      ends[first + k] = last;
+    }
+    for (size_t k = ch; k < first; ++k) ends[k] = last;
+    ch = std::max(ch, stop);
+    if (!more) break;
+  } while (true);
+  pango_layout_iter_free(iter);
+  for (size_t k = ch; k < static_cast<size_t>(len); ++k) ends[k] = last;
+}
+
 void CairoRenderTarget::TextOut(int x, int y, const wchar_t* text, int len) {
   if (!text || Invisible(text_color_)) return;
   const auto& shaped = text_->Layout(font_entry_, Utf8(text, TextLength(text, len), true), TextEngine::Box());

@@ -63,6 +63,7 @@ class CairoRenderTarget : public IRenderTarget {
   void DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) override;
   void MeasureText(const wchar_t* text, int len, SIZE* size) override;
   void TextOut(int x, int y, const wchar_t* text, int len) override;
+  void MeasureCharExtents(const wchar_t* text, int len, int* ends) override;
 
   void DrawLines(const POINT* points, int count) override;
   void DrawRectangle(LPCRECT rc) override;

@@ -41,6 +41,7 @@ enum : int {
   EVT_TAB_SELCHANGED = 11001,
   EVT_TAB_ITEMHOVER = 11002,
   EVT_TAB_ITEMLEAVE = 11003,
+  EVT_RE_NOTIFY = 16000,
   EVT_EXTERNAL_BEGIN = 10000000,
 };
 
@@ -159,6 +160,19 @@ class EventKeyDown : public EventArgs {
   UINT nChar = 0;
   UINT nFlags = 0;
   bool bCancel = false;
+};
+
+// An edit's notification (the toolkit's EventRENotify, "on_re_notify"):
+// iNotify is EN_CHANGE after every change of the text (typing, deleting,
+// pasting, undo, ReplaceSel, SetWindowText), EN_MAXTEXT when an insertion was
+// cut to the edit's maxBuf.
+class EventRENotify : public EventArgs {
+  SOUI_EVENT_ID(EVT_RE_NOTIFY, L"on_re_notify")
+ public:
+  using EventArgs::EventArgs;
+  DWORD iNotify = 0;
+  void* pv = nullptr;
+  HRESULT hr = S_OK;
 };
 
 // A subscriber: returns true when it handled the event.

@@ -1,5 +1,7 @@
 #include "soui/hostwnd.h"
 
+#include <algorithm>
+
 #include "soui/slog.h"
 #include "soui/sapp.h"
 
@@ -254,6 +256,9 @@ void SHostWnd::UpdateHover(CPoint pt) {
 
 void SHostWnd::OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta) {
   if (!root_ || !enabled_) return;
+  // Modifier keys held on the keyboard show in the mouse flags, as in Win32.
+  if (GetKeyState(VK_SHIFT) < 0) flags |= MK_SHIFT;
+  if (GetKeyState(VK_CONTROL) < 0) flags |= MK_CONTROL;
   UpdateLayout();
   cursor_ = pt;
   const LPARAM lp = MAKELPARAM(pt.x, pt.y);
@@ -310,13 +315,79 @@ void SHostWnd::OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta) 
     default:
       break;
   }
+  UpdateCursor(pt);
+}
+
+void SHostWnd::UpdateCursor(CPoint pt) {
+  SWindow* target = capture_ ? capture_ : hover_;
+  SStringW name = target ? target->GetCursorName(pt) : SStringW(L"arrow");
+  if (name.IsEmpty()) name = L"arrow";
+  if (name == cursor_name_) return;
+  cursor_name_ = name;
+  if (backend_) backend_->OnCursor(this, cursor_name_);
 }
 
 void SHostWnd::OnKeyEvent(UINT msg, UINT code, UINT flags) {
+  if (msg == WM_KEYDOWN || msg == WM_KEYUP) {
+    if (SApplication* app = SApplication::getSingletonPtr()) app->SetKeyDown(code, msg == WM_KEYDOWN);
+  }
   if (!root_ || !enabled_) return;
   SWindow* target = focus_;
-  if (!target || target->IsDisabled(TRUE)) return;
+  if (target && target->IsDisabled(TRUE)) return;
+  // Tab navigates unless the focused window takes it (or Ctrl/Alt is held);
+  // its translated character is swallowed likewise.
+  const bool wants_tab = target && (target->OnGetDlgCode() & SC_WANTTAB);
+  if (code == VK_TAB && !wants_tab && (msg == WM_KEYDOWN || msg == WM_CHAR || msg == WM_KEYUP)) {
+    if (msg == WM_KEYDOWN && GetKeyState(VK_CONTROL) >= 0 && GetKeyState(VK_MENU) >= 0) {
+      FocusNext(GetKeyState(VK_SHIFT) < 0);
+    }
+    return;
+  }
+  if (!target) return;
   target->SwndProc(msg, code, MAKELPARAM(1, flags));
+}
+
+void SHostWnd::OnImeComposition(const SStringW& text, int cursor) {
+  if (!root_ || !enabled_ || !focus_ || focus_->IsDisabled(TRUE)) return;
+  ImeText ime{text, std::max(0, std::min(cursor, text.GetLength()))};
+  focus_->SwndProc(WM_IME_COMPOSITION, GCS_COMPSTR, reinterpret_cast<LPARAM>(&ime));
+}
+
+void SHostWnd::OnImeCommit(const SStringW& text) {
+  if (!root_ || !enabled_ || !focus_ || focus_->IsDisabled(TRUE)) return;
+  ImeText ime{text, text.GetLength()};
+  focus_->SwndProc(WM_IME_COMPOSITION, GCS_RESULTSTR, reinterpret_cast<LPARAM>(&ime));
+}
+
+SWindow* SHostWnd::FocusNext(bool backwards) {
+  // Focus targets in tree order (pre-order), then step from the current one.
+  std::vector<SWindow*> order;
+  std::vector<SWindow*> stack{root_.get()};
+  while (!stack.empty()) {
+    SWindow* w = stack.back();
+    stack.pop_back();
+    if (!w->IsVisible(FALSE) || w->IsDisabled(FALSE)) continue;  // nothing inside can take focus
+    if (w->IsFocusTarget()) order.push_back(w);
+    for (SWindow* c = w->GetWindow(GSW_LASTCHILD); c; c = c->GetWindow(GSW_PREVSIBLING)) stack.push_back(c);
+  }
+  if (order.empty()) return focus_;
+  const auto it = std::find(order.begin(), order.end(), focus_);
+  size_t next = 0;
+  if (it == order.end()) {
+    next = backwards ? order.size() - 1 : 0;
+  } else {
+    const size_t cur = static_cast<size_t>(it - order.begin());
+    next = backwards ? (cur + order.size() - 1) % order.size() : (cur + 1) % order.size();
+  }
+  SetFocus(order[next]);
+  return focus_;
+}
+
+void SHostWnd::UpdateTextInput() {
+  const bool want = focus_ && (focus_->OnGetDlgCode() & SC_WANTCHARS);
+  if (want == text_input_) return;
+  text_input_ = want;
+  if (backend_) backend_->OnTextInput(this, want);
 }
 
 // ---- layout and painting ------------------------------------------------------
@@ -463,12 +534,20 @@ void SHostWnd::SetFocus(SWindow* wnd) {
   focus_ = wnd;
   if (old) old->SwndProc(WM_KILLFOCUS, 0, 0);
   if (focus_ == wnd && wnd) wnd->SwndProc(WM_SETFOCUS, 0, 0);
+  UpdateTextInput();
 }
 
 void SHostWnd::OnSwndDestroyed(SWindow* wnd) {
   if (capture_ && IsDescendantOrSelf(capture_, wnd)) capture_ = nullptr;
   if (hover_ && IsDescendantOrSelf(hover_, wnd)) hover_ = nullptr;
-  if (focus_ && IsDescendantOrSelf(focus_, wnd)) focus_ = nullptr;
+  if (focus_ && IsDescendantOrSelf(focus_, wnd)) {
+    // A window leaving the tree alive hears that it lost the focus; one
+    // being destroyed is let go quietly.
+    SWindow* old = focus_;
+    focus_ = nullptr;
+    if (!old->destroying_) old->SwndProc(WM_KILLFOCUS, 0, 0);
+    UpdateTextInput();
+  }
   if (!app_alive_) return;
   SApplication* app = SApplication::getSingletonPtr();
   for (auto it = swnd_timers_.begin(); it != swnd_timers_.end();) {

@@ -15,7 +15,12 @@
 //                        re-evaluated at the point
 //   wheel                to the hovered window, then its ancestors until one
 //                        handles it
-//   key, char            to the focused window
+//   key, char            to the focused window; Tab and Shift+Tab move the
+//                        focus through the focusable windows in tree order
+//                        (wrapping) unless the focused one wants Tab
+//   input-method text    to the focused window (WM_IME_COMPOSITION)
+// After every mouse event the host asks the window under the mouse (or the
+// capture) for its cursor and tells the backend when it changes.
 // Disabled windows (or windows under a disabled ancestor) receive no input.
 #pragma once
 
@@ -44,6 +49,11 @@ class IHostBackend {
   virtual void OnTitle(SHostWnd* host, const SStringW& title) = 0;
   // Called after a repaint; the frame is the host's render target.
   virtual void OnFrame(SHostWnd* host) = 0;
+  // The cursor over the host changed ("arrow", "ibeam", "hand", ...).
+  virtual void OnCursor(SHostWnd* host, const SStringW& name) { (void)host; (void)name; }
+  // The focused window does (or no longer does) take typed text, so that a
+  // real backend can turn its input method on or off.
+  virtual void OnTextInput(SHostWnd* host, bool active) { (void)host; (void)active; }
 };
 
 // SetWindowPos flags.
@@ -128,8 +138,18 @@ class SHostWnd : public ISwndContainer {
   // ---- input (the path every real or injected event takes) ----
   void OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta = 0);
   virtual void OnKeyEvent(UINT msg, UINT code, UINT flags = 0);
+  // Input-method text for the focused window: the text being composed
+  // (shown at the caret, not yet part of the text; empty ends the
+  // composition) and text the input method committed.
+  void OnImeComposition(const SStringW& text, int cursor);
+  void OnImeCommit(const SStringW& text);
   // Where the mouse is believed to be (last move).
   CPoint GetCursorPos() const { return cursor_; }
+  // The cursor shape currently shown ("arrow" until a window asks otherwise).
+  const SStringW& GetCursorName() const { return cursor_name_; }
+  // Moves the focus to the next (or previous) focus target in tree order,
+  // wrapping; returns the new focus (null when there is none).
+  SWindow* FocusNext(bool backwards);
 
   // ---- layout and painting ----
   int GetScale() const override { return scale_; }
@@ -191,6 +211,8 @@ class SHostWnd : public ISwndContainer {
   // Sizes the native window from the attributes (wrap axes from the root).
   void ApplyInitialSize(int cx, int cy);
   void UpdateHover(CPoint pt);
+  void UpdateCursor(CPoint pt);
+  void UpdateTextInput();
 
   SHostWndAttr attr_;
   std::unique_ptr<SWindow> root_;
@@ -207,6 +229,8 @@ class SHostWnd : public ISwndContainer {
   SWindow* hover_ = nullptr;
   SWindow* focus_ = nullptr;
   CPoint cursor_{-1, -1};
+  SStringW cursor_name_ = L"arrow";
+  bool text_input_ = false;
   bool layout_pending_ = true;
   CRect dirty_;
   int paint_count_ = 0;

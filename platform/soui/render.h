@@ -149,6 +149,12 @@ class IRenderTarget {
   virtual void DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) = 0;
   virtual void MeasureText(const wchar_t* text, int len, SIZE* size) = 0;
   virtual void TextOut(int x, int y, const wchar_t* text, int len) = 0;
+  // Caret positions of one line of text as TextOut would draw it: ends[i] is
+  // the x offset after character i (so ends[len-1] is the width). ends must
+  // hold len entries. Characters past kMaxRenderTextLength get the last
+  // measured offset. The default measures every prefix (quadratic);
+  // backends do it in one pass.
+  virtual void MeasureCharExtents(const wchar_t* text, int len, int* ends);
 
   // Shapes: Draw* strokes with the current pen, Fill* fills with the current brush.
   // Outlines stay inside rc (a 1px pen covers the rectangle's outermost pixels,

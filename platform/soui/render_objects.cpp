@@ -44,4 +44,16 @@ IPenPtr MakePenObject(int style, COLORREF color, int width) {
 }
 IBrushPtr MakeBrushObject(COLORREF color) { return std::make_shared<BrushObject>(color); }
 
+void IRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* ends) {
+  int last = 0;
+  for (int i = 0; i < len; ++i) {
+    if (i < kMaxRenderTextLength) {
+      SIZE sz{0, 0};
+      MeasureText(text, i + 1, &sz);
+      last = sz.cx;
+    }
+    ends[i] = last;
+  }
+}
+
 }  // namespace SOUI

@@ -12,6 +12,15 @@
 namespace SOUI {
 namespace {
 SApplication* g_app = nullptr;
+
+class MemoryClipboard : public IClipboard {
+ public:
+  SStringW GetText() override { return text_; }
+  void SetText(const SStringW& text) override { text_ = text; }
+
+ private:
+  SStringW text_;
+};
 SApplication::SetupHook g_default_setup = nullptr;
 }  // namespace
 
@@ -22,6 +31,7 @@ SApplication::SApplication(const Options& options) : options_(options), clock_(o
   g_app = this;
   RegisterBuiltinSkinTypes(res_);
   RegisterStandardControls(factory_);
+  clipboard_ = std::make_unique<MemoryClipboard>();
   res_.SetImageLoader([this](const SStringW& path) {
     return render_factory_ ? render_factory_->LoadBitmapFromFile(path) : nullptr;
   });
@@ -35,6 +45,20 @@ SApplication::~SApplication() {
   // Services may hold clock timers and resources: they go while both exist.
   while (!services_.empty()) services_.pop_back();
   if (g_app == this) g_app = nullptr;
+}
+
+void SApplication::SetClipboard(std::unique_ptr<IClipboard> clipboard) {
+  clipboard_ = clipboard ? std::move(clipboard) : std::make_unique<MemoryClipboard>();
+}
+
+void SApplication::SetKeyDown(UINT vk, bool down) {
+  if (vk >= 256) return;
+  key_down_[vk] = down;
+}
+
+short GetKeyState(int vk) {
+  SApplication* app = SApplication::getSingletonPtr();
+  return (app && vk >= 0 && app->IsKeyDown(static_cast<UINT>(vk))) ? static_cast<short>(0x8000) : 0;
 }
 
 void SApplication::SetDefaultSetup(SetupHook hook) { g_default_setup = hook; }

@@ -34,6 +34,15 @@ class IAppService {
   virtual ~IAppService() = default;
 };
 
+// Plain-text clipboard. The application starts with an in-process one
+// (tests, headless hosts); a window backend plugs in the system's.
+class IClipboard {
+ public:
+  virtual ~IClipboard() = default;
+  virtual SStringW GetText() = 0;
+  virtual void SetText(const SStringW& text) = 0;
+};
+
 class SApplication {
  public:
   struct Options {
@@ -108,6 +117,15 @@ class SApplication {
   void SetDefaultHostBackend(std::shared_ptr<IHostBackend> backend) { default_backend_ = std::move(backend); }
   const std::shared_ptr<IHostBackend>& GetDefaultHostBackend() const { return default_backend_; }
 
+  // The clipboard (never null); SetClipboard(nullptr) restores the in-process one.
+  IClipboard& GetClipboard() { return *clipboard_; }
+  void SetClipboard(std::unique_ptr<IClipboard> clipboard);
+
+  // Keyboard state as the hosts have seen it (key down/up through
+  // SHostWnd::OnKeyEvent); read with the Win32 GetKeyState.
+  bool IsKeyDown(UINT vk) const { return vk < 256 && key_down_[vk]; }
+  void SetKeyDown(UINT vk, bool down);
+
   // The target used to measure text for layout (created on first use). Tests
   // may install a deterministic one.
   IRenderTarget* GetMeasureTarget();
@@ -128,6 +146,12 @@ class SApplication {
   std::unique_ptr<IRenderTarget> measure_target_;
   std::function<void(uint32_t)> native_pump_;
   std::shared_ptr<IHostBackend> default_backend_;
+  std::unique_ptr<IClipboard> clipboard_;
+  bool key_down_[256] = {};
 };
+
+// Win32 GetKeyState: the high bit (negative result) while vk is down, from
+// the application's keyboard state; 0 without an application.
+short GetKeyState(int vk);
 
 }  // namespace SOUI

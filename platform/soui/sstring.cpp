@@ -95,9 +95,13 @@ SStringW SStringW::FromUtf8(const std::string& in) {
     else if ((c & 0xF0) == 0xE0) { cp = c & 0x0F; extra = 2; }
     else if ((c & 0xF8) == 0xF0) { cp = c & 0x07; extra = 3; }
     else { out += L'\xFFFD'; ++i; continue; }
-    if (i + static_cast<size_t>(extra) >= in.size()) {  // truncated sequence at the end
+    if (i + static_cast<size_t>(extra) >= in.size()) {
+      // A sequence cut short by the end is one replacement character; a
+      // byte in it that cannot continue it is decoded on its own.
       out += L'\xFFFD';
-      break;
+      ++i;
+      while (i < in.size() && (static_cast<unsigned char>(in[i]) & 0xC0) == 0x80) ++i;
+      continue;
     }
     bool ok = true;
     for (int k = 1; k <= extra; ++k) {

@@ -50,7 +50,7 @@ enum class StdAttr {
   Unknown,
   // window
   Name, Id, Text, Tip, Skin, FocusSkin, Visible, Display, Enable, MsgTransparent, Focusable,
-  Float, ClipClient, MaxWidth, Ignored, Class,
+  Float, ClipClient, MaxWidth, DrawFocusRect, Ignored, Class,
   // style
   ColorText, ColorTextHover, ColorTextPush, ColorTextDisable, Font, FontHover, FontPush,
   FontDisable, ColorBkgnd, ColorBorder, Align, VAlign, Dotted, TextMode, Padding, PaddingLeft,
@@ -68,6 +68,7 @@ StdAttr LookupStdAttr(const SStringW& name) {
       {L"show", StdAttr::Visible}, {L"display", StdAttr::Display}, {L"enable", StdAttr::Enable},
       {L"msgtransparent", StdAttr::MsgTransparent}, {L"focusable", StdAttr::Focusable},
       {L"float", StdAttr::Float}, {L"clipclient", StdAttr::ClipClient}, {L"maxwidth", StdAttr::MaxWidth},
+      {L"drawfocusrect", StdAttr::DrawFocusRect},
       {L"data", StdAttr::Ignored}, {L"trctx", StdAttr::Ignored}, {L"class", StdAttr::Class},
       {L"colortext", StdAttr::ColorText}, {L"colortexthover", StdAttr::ColorTextHover},
       {L"colortextpush", StdAttr::ColorTextPush}, {L"colortextdisable", StdAttr::ColorTextDisable},
@@ -510,6 +511,7 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
       has_max_width_ = true;
       RequestRelayout();
       break;
+    case StdAttr::DrawFocusRect: draw_focus_rect_ = ParseBool(value); hr = S_OK; break;
     case StdAttr::Ignored: break;
     case StdAttr::Class: {
       SApplication* app = SApplication::getSingletonPtr();
@@ -589,6 +591,7 @@ void SWindow::SetVisible(BOOL visible, BOOL update) {
   if (IsVisible(FALSE) == !!visible) return;
   if (update) Invalidate();  // the old area
   ModifyState(visible ? 0 : WndState_Invisible, visible ? WndState_Invisible : 0, FALSE);
+  if (!visible) DropFocusInside();
   OnShowWindow(visible, 0);
   EventSwndVisibleChanged evt(this);
   FireEvent(evt);
@@ -605,6 +608,7 @@ BOOL SWindow::IsDisabled(BOOL check_parent) const {
 void SWindow::EnableWindow(BOOL enable, BOOL update) {
   if (!IsDisabled(FALSE) == !!enable) return;
   ModifyState(enable ? 0 : WndState_Disable, enable ? WndState_Disable : 0, update);
+  if (!enable) DropFocusInside();
   OnEnable(enable);
 }
 
@@ -616,6 +620,24 @@ void SWindow::SetFocus() {
   if (container_) container_->SetFocus(this);
 }
 
+void SWindow::KillFocus() {
+  if (IsFocused()) container_->SetFocus(nullptr);
+}
+
 BOOL SWindow::IsFocused() const { return container_ && container_->GetFocus() == this; }
+
+BOOL SWindow::IsFocusTarget() const {
+  return focusable_ && IsVisible(TRUE) && !IsDisabled(TRUE) ? TRUE : FALSE;
+}
+
+void SWindow::DropFocusInside() {
+  if (!container_) return;
+  for (const SWindow* w = container_->GetFocus(); w; w = w->parent_) {
+    if (w == this) {
+      container_->SetFocus(nullptr);
+      return;
+    }
+  }
+}
 
 }  // namespace SOUI

@@ -53,6 +53,12 @@ class ISwndContainer : public ITimelineHandlersMgr {
   virtual void OnSwndDestroyed(SWindow* wnd) = 0;
 };
 
+// What WM_IME_COMPOSITION's lParam points to.
+struct ImeText {
+  SStringW text;
+  int cursor = 0;  // caret inside a composition, in characters
+};
+
 // Window state bits.
 constexpr DWORD WndState_Normal = 0;
 constexpr DWORD WndState_Hover = 1;
@@ -217,8 +223,24 @@ class SWindow : public SObject {
   BOOL IsMsgTransparent() const { return msg_transparent_; }
   BOOL IsFocusable() const { return focusable_; }
   BYTE GetAlpha() const { return style_.alpha; }
+  // Asks the host for the keyboard focus; the window gets OnSetFocus and the
+  // one that had it OnKillFocus. A window that is hidden or disabled (or
+  // under a hidden or disabled ancestor) loses the focus at that moment.
   void SetFocus();
+  void KillFocus();
   BOOL IsFocused() const;
+  // Whether Tab can move the focus here: focusable, visible and enabled
+  // with every ancestor.
+  BOOL IsFocusTarget() const;
+  // The keys the window wants while focused (SC_* bits). Tab reaches only
+  // windows that want it; otherwise it moves the focus.
+  virtual UINT OnGetDlgCode() const { return 0; }
+  // The cursor shape the host shows over pt (the "cursor" attribute:
+  // arrow, hand, ibeam, sizewe, sizens, sizeall...).
+  virtual SStringW GetCursorName(CPoint pt) const {
+    (void)pt;
+    return style_.cursor;
+  }
 
   // ---- layout -------------------------------------------------------------------
   int GetScale() const;
@@ -278,6 +300,9 @@ class SWindow : public SObject {
   virtual void OnEraseBkgnd(IRenderTarget* rt);
   virtual void OnNcPaint(IRenderTarget* rt);
   virtual void OnPaint(IRenderTarget* rt);
+  // Painted over a focused window: its focusSkin, else with drawFocusRect a
+  // dotted rectangle just inside the client area.
+  virtual void DrawFocus(IRenderTarget* rt);
   virtual void DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT rc, UINT format);
   virtual UINT GetTextAlign() const { return style_.GetTextAlign(); }
   // The font this window paints with, after inheritance (null: host default).
@@ -362,6 +387,7 @@ class SWindow : public SObject {
   BOOL focusable_ = FALSE;
   BOOL float_ = FALSE;
   BOOL clip_client_ = FALSE;
+  BOOL draw_focus_rect_ = FALSE;
   SLayoutSize max_width_size_;
   bool has_max_width_ = false;
 
@@ -369,6 +395,8 @@ class SWindow : public SObject {
   friend class SHostWnd;
   void DispatchDestroy();
   void NotifyCreate();
+  // Takes the focus away when it is on this window or inside it.
+  void DropFocusInside();
   void MarkLayoutDirtyUpwards();
   void ShiftDescendants(int dx, int dy);
   void SetDepth(int depth);

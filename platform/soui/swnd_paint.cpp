@@ -91,6 +91,20 @@ void SWindow::OnPaint(IRenderTarget* rt) {
   DrawText(rt, text, text.GetLength(), &rc, GetTextAlign());
 }
 
+void SWindow::DrawFocus(IRenderTarget* rt) {
+  const CRect rc = GetClientRect();
+  if (ISkinObj* skin = focus_skin_.Get(GetScale())) {
+    skin->DrawByIndex(rt, &rc, 0);
+  } else if (draw_focus_rect_) {
+    CRect inner = rc;
+    inner.DeflateRect(2, 2);
+    if (inner.IsRectEmpty()) return;
+    IPenPtr old = rt->SelectPen(rt->CreatePen(PS_DOT, GetPaintTextColor(), 1));
+    rt->DrawRectangle(&inner);
+    rt->SelectPen(old);
+  }
+}
+
 void SWindow::DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT rc, UINT format) {
   rt->DrawText(text, len, rc, format);
 }
@@ -105,6 +119,7 @@ void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
     OnEraseBkgnd(rt);
     OnNcPaint(rt);
     OnPaint(rt);
+    if (container_ && container_->GetFocus() == this) DrawFocus(rt);
   }
   if (first_child_) {
     const CRect client = GetClientRect();

@@ -77,13 +77,17 @@ constexpr UINT VK_RETURN = 0x0D;
 constexpr UINT VK_SHIFT = 0x10;
 constexpr UINT VK_CONTROL = 0x11;
 constexpr UINT VK_ESCAPE = 0x1B;
+constexpr UINT VK_MENU = 0x12;
 constexpr UINT VK_SPACE = 0x20;
+constexpr UINT VK_PRIOR = 0x21;
+constexpr UINT VK_NEXT = 0x22;
 constexpr UINT VK_END = 0x23;
 constexpr UINT VK_HOME = 0x24;
 constexpr UINT VK_LEFT = 0x25;
 constexpr UINT VK_UP = 0x26;
 constexpr UINT VK_RIGHT = 0x27;
 constexpr UINT VK_DOWN = 0x28;
+constexpr UINT VK_INSERT = 0x2D;
 constexpr UINT VK_DELETE = 0x2E;
 
 // Window messages that travel through SWindow::SwndProc.
@@ -101,6 +105,9 @@ constexpr UINT WM_SHOWWINDOW = 0x0018;
 constexpr UINT WM_KEYDOWN = 0x0100;
 constexpr UINT WM_KEYUP = 0x0101;
 constexpr UINT WM_CHAR = 0x0102;
+constexpr UINT WM_IME_STARTCOMPOSITION = 0x010D;
+constexpr UINT WM_IME_ENDCOMPOSITION = 0x010E;
+constexpr UINT WM_IME_COMPOSITION = 0x010F;
 constexpr UINT WM_INITDIALOG = 0x0110;
 constexpr UINT WM_TIMER = 0x0113;
 constexpr UINT WM_MOUSEMOVE = 0x0200;
@@ -116,6 +123,25 @@ constexpr UINT WM_MOUSEHOVER = 0x02A1;
 constexpr UINT WM_MOUSELEAVE = 0x02A3;
 constexpr UINT WM_USER = 0x0400;
 constexpr UINT EM_GETSEL = 0x00B0;
+constexpr UINT EM_SETSEL = 0x00B1;
+constexpr UINT EM_REPLACESEL = 0x00C2;
+
+// WM_IME_COMPOSITION's wParam: what the message carries.
+constexpr UINT GCS_COMPSTR = 0x0008;    // the text being composed (empty: none)
+constexpr UINT GCS_RESULTSTR = 0x0800;  // text the input method committed
+
+// Edit notification codes (EventRENotify::iNotify).
+constexpr UINT EN_SETFOCUS = 0x0100;
+constexpr UINT EN_KILLFOCUS = 0x0200;
+constexpr UINT EN_CHANGE = 0x0300;
+constexpr UINT EN_MAXTEXT = 0x0501;
+
+// What a window asks of the keyboard while focused (SWindow::OnGetDlgCode).
+constexpr UINT SC_WANTARROWS = 0x0001;
+constexpr UINT SC_WANTTAB = 0x0002;
+constexpr UINT SC_WANTRETURN = 0x0004;
+constexpr UINT SC_WANTCHARS = 0x0008;
+constexpr UINT SC_WANTALLKEYS = 0xFFFF;
 
 constexpr WORD LOWORD(uintptr_t v) { return static_cast<WORD>(v & 0xFFFF); }
 constexpr WORD HIWORD(uintptr_t v) { return static_cast<WORD>((v >> 16) & 0xFFFF); }

@@ -215,6 +215,12 @@ void RecordingRenderTarget::MeasureText(const wchar_t* text, int len, SIZE* size
   *size = SIZE{SingleLineChars(Text(text, len)) * std::max(1, h / 2), text ? h : 0};
 }
 
+void RecordingRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* ends) {
+  (void)text;
+  const int w = std::max(1, FontHeight() / 2);
+  for (int i = 0; i < len; ++i) ends[i] = (i + 1) * w;
+}
+
 void RecordingRenderTarget::TextOut(int x, int y, const wchar_t* text, int len) {
   if (!text) return;
   Record("TextOut " + Quoted(Text(text, len)) + " (" + std::to_string(x) + "," + std::to_string(y) +

@@ -60,6 +60,8 @@ class RecordingRenderTarget : public IRenderTarget {
   void DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) override;
   void MeasureText(const wchar_t* text, int len, SIZE* size) override;
   void TextOut(int x, int y, const wchar_t* text, int len) override;
+  // Every character is the fixed width described above.
+  void MeasureCharExtents(const wchar_t* text, int len, int* ends) override;
 
   void DrawLines(const POINT* points, int count) override;
   void DrawRectangle(LPCRECT rc) override;

@@ -193,6 +193,28 @@ TEST_F(RenderTest, LatinAndChineseMeasureToTheirScripts) {
   EXPECT_LE(chinese.cx, 4 * 20 + 4);
 }
 
+TEST_F(RenderTest, CharacterExtentsAgreeWithPrefixWidths) {
+  UseFont(20);
+  // Latin, ideographs, a combining mark (one cluster with its base), a NUL
+  const wchar_t text[] = L"Wi\x65B0" L"e\x0301" L"x\0y";
+  const int n = static_cast<int>(sizeof(text) / sizeof(text[0])) - 1;
+  std::vector<int> ends(static_cast<size_t>(n), -1);
+  rt_->MeasureCharExtents(text, n, ends.data());
+  for (int i = 0; i < n; ++i) {
+    if (i > 0) {
+      EXPECT_GE(ends[i], ends[i - 1]) << i;
+    }
+    // e and its accent are one cluster and share its width
+    // from the NUL on, which pango would stop at, the extents go on past it
+    if (text[i] == L'e' || text[i] == L'\x0301' || i >= 6) continue;
+    SIZE prefix{0, 0};
+    rt_->MeasureText(text, i + 1, &prefix);
+    EXPECT_NEAR(ends[i], prefix.cx, 2) << "after character " << i;
+  }
+  EXPECT_GE(ends[2] - ends[1], 18);  // the ideograph is about an em
+  EXPECT_GT(ends[7], ends[6]);       // y after the NUL still has a width
+}
+
 TEST_F(RenderTest, BoldFontPutsDownMoreInk) {
   // The default face has no bold cut; fontconfig emboldens it, which keeps
   // the advances, so compare darkness rather than width.
