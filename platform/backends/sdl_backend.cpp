@@ -39,6 +39,37 @@ uint32_t NextCodePoint(const char* s, size_t len, size_t& i) {
   return cp;
 }
 
+// The system clipboard through SDL (UTF-8 both ways).
+class SdlClipboard : public IClipboard {
+ public:
+  SStringW GetText() override {
+    char* text = SDL_GetClipboardText();
+    SStringW out = text ? SStringW::FromUtf8(text) : SStringW();
+    SDL_free(text);
+    return out;
+  }
+  void SetText(const SStringW& text) override { SDL_SetClipboardText(text.ToUtf8().c_str()); }
+};
+
+int SystemCursorFromName(const SStringW& name) {
+  static const struct {
+    const wchar_t* name;
+    SDL_SystemCursor id;
+  } kCursors[] = {
+      {L"arrow", SDL_SYSTEM_CURSOR_ARROW},     {L"ibeam", SDL_SYSTEM_CURSOR_IBEAM},
+      {L"wait", SDL_SYSTEM_CURSOR_WAIT},       {L"cross", SDL_SYSTEM_CURSOR_CROSSHAIR},
+      {L"uparrow", SDL_SYSTEM_CURSOR_ARROW},   {L"size", SDL_SYSTEM_CURSOR_SIZEALL},
+      {L"sizeall", SDL_SYSTEM_CURSOR_SIZEALL}, {L"sizenwse", SDL_SYSTEM_CURSOR_SIZENWSE},
+      {L"sizenesw", SDL_SYSTEM_CURSOR_SIZENESW}, {L"sizewe", SDL_SYSTEM_CURSOR_SIZEWE},
+      {L"sizens", SDL_SYSTEM_CURSOR_SIZENS},   {L"no", SDL_SYSTEM_CURSOR_NO},
+      {L"hand", SDL_SYSTEM_CURSOR_HAND},       {L"help", SDL_SYSTEM_CURSOR_ARROW},
+  };
+  for (const auto& c : kCursors) {
+    if (name.CompareNoCase(c.name) == 0) return c.id;
+  }
+  return SDL_SYSTEM_CURSOR_ARROW;
+}
+
 }  // namespace
 
 bool SdlBackend::Init() {
@@ -64,6 +95,9 @@ void SdlBackend::Shutdown() { SDL_Quit(); }
 SdlBackend::~SdlBackend() {
   // After SDL_Quit the windows (and their renderers) are already gone.
   const bool sdl_up = SDL_WasInit(SDL_INIT_VIDEO) != 0;
+  for (auto& c : cursors_) {
+    if (sdl_up) SDL_FreeCursor(c.second);
+  }
   for (auto& w : windows_) {
     if (!sdl_up) continue;
     if (w.second.texture) SDL_DestroyTexture(w.second.texture);
@@ -187,6 +221,24 @@ void SdlBackend::OnFrame(SHostWnd* host) {
   if (n->shown) Present(*n);
 }
 
+void SdlBackend::OnCursor(SHostWnd* host, const SStringW& name) {
+  if (!Find(host)) return;
+  const int id = SystemCursorFromName(name);
+  SDL_Cursor*& cursor = cursors_[id];
+  if (!cursor) cursor = SDL_CreateSystemCursor(static_cast<SDL_SystemCursor>(id));
+  if (cursor) SDL_SetCursor(cursor);
+}
+
+void SdlBackend::OnTextInput(SHostWnd* host, bool active) {
+  if (!Find(host)) return;
+  if (active) {
+    SDL_StartTextInput();
+  } else {
+    SDL_StopTextInput();
+    composing_ = false;
+  }
+}
+
 void SdlBackend::Present(Native& n) {
   SDL_SetRenderDrawColor(n.renderer, 0, 0, 0, 255);
   SDL_RenderClear(n.renderer);
@@ -203,6 +255,7 @@ void SdlBackend::Install(SApplication& app) {
     if (auto self = weak.lock()) self->PumpEvents(max_wait_ms);
   });
   if (auto self = weak.lock()) app.SetDefaultHostBackend(self);
+  app.SetClipboard(std::make_unique<SdlClipboard>());
 }
 
 void SdlBackend::RenderDirtyHosts() {
@@ -246,6 +299,16 @@ int SdlBackend::RunMainLoop(SApplication& app, const std::function<bool()>& done
 
 // ---- event translation -----------------------------------------------------------
 
+namespace {
+void SyncModifierKeys(uint16_t mod) {
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app) return;
+  app->SetKeyDown(VK_SHIFT, (mod & KMOD_SHIFT) != 0);
+  app->SetKeyDown(VK_CONTROL, (mod & KMOD_CTRL) != 0);
+  app->SetKeyDown(VK_MENU, (mod & KMOD_ALT) != 0);
+}
+}  // namespace
+
 UINT SdlBackend::MouseFlags(uint32_t button_state) {
   UINT flags = 0;
   if (button_state & SDL_BUTTON_LMASK) flags |= MK_LBUTTON;
@@ -275,6 +338,11 @@ UINT SdlBackend::VirtualKeyFromSdl(SDL_Keycode key) {
     case SDLK_HOME: return VK_HOME;
     case SDLK_END: return VK_END;
     case SDLK_DELETE: return VK_DELETE;
+    case SDLK_INSERT: return VK_INSERT;
+    case SDLK_PAGEUP: return VK_PRIOR;
+    case SDLK_PAGEDOWN: return VK_NEXT;
+    case SDLK_LALT:
+    case SDLK_RALT: return VK_MENU;
     case SDLK_LSHIFT:
     case SDLK_RSHIFT: return VK_SHIFT;
     case SDLK_LCTRL:
@@ -335,6 +403,11 @@ void SdlBackend::Dispatch(const SDL_Event& e) {
       const UINT vk = VirtualKeyFromSdl(e.key.keysym.sym);
       if (!host || !vk) break;
       const bool down = e.type == SDL_KEYDOWN;
+      // Modifiers as SDL saw them (also for injected events, whose modifier
+      // keys may never have been pressed).
+      if (vk != VK_SHIFT && vk != VK_CONTROL && vk != VK_MENU) {
+        SyncModifierKeys(e.key.keysym.mod);
+      }
       // High word of a key message's lParam: previous state, transition, Alt.
       UINT flags = down ? (e.key.repeat ? 0x4000u : 0u) : 0xC000u;
       if (e.key.keysym.mod & KMOD_ALT) flags |= 0x2000;
@@ -352,9 +425,25 @@ void SdlBackend::Dispatch(const SDL_Event& e) {
       }
       break;
     }
+    case SDL_TEXTEDITING: {
+      SHostWnd* host = HostFromWindowId(e.edit.windowID);
+      if (!host) break;
+      const SStringW text = SStringW::FromUtf8(e.edit.text);
+      composing_ = !text.IsEmpty();
+      host->OnImeComposition(text, e.edit.start);
+      break;
+    }
     case SDL_TEXTINPUT: {
       const char* text = e.text.text;
       const size_t len = SDL_strlen(text);
+      // What an input method commits after a composition is one insertion;
+      // other text (typed keys) comes as character messages, which edits
+      // and their filters handle one by one.
+      if (composing_) {
+        composing_ = false;
+        if (SHostWnd* host = HostFromWindowId(e.text.windowID)) host->OnImeCommit(SStringW::FromUtf8(text));
+        break;
+      }
       for (size_t i = 0; i < len;) {
         const uint32_t cp = NextCodePoint(text, len, i);
         SHostWnd* host = HostFromWindowId(e.text.windowID);

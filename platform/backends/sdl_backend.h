@@ -48,9 +48,15 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
   void OnMove(SOUI::SHostWnd* host, const SOUI::CRect& rc) override;
   void OnTitle(SOUI::SHostWnd* host, const SOUI::SStringW& title) override;
   void OnFrame(SOUI::SHostWnd* host) override;
+  // Shows the system cursor of that name (SDL_CreateSystemCursor); unknown
+  // names show the arrow.
+  void OnCursor(SOUI::SHostWnd* host, const SOUI::SStringW& name) override;
+  // SDL_StartTextInput / SDL_StopTextInput as an edit gains or loses focus.
+  void OnTextInput(SOUI::SHostWnd* host, bool active) override;
 
-  // Makes the application's nested loops pump SDL events and makes this the
-  // backend of every host created afterwards. The backend must be owned by a
+  // Makes the application's nested loops pump SDL events, makes this the
+  // backend of every host created afterwards and the system clipboard the
+  // application's. The backend must be owned by a
   // shared_ptr.
   void Install(SOUI::SApplication& app);
   // Renders dirty hosts, waits up to max_wait_ms for SDL events, delivers all
@@ -87,5 +93,7 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
   static UINT MouseFlags(uint32_t button_state);
 
   std::map<SOUI::SHostWnd*, Native> windows_;
+  std::map<int, SDL_Cursor*> cursors_;  // by SDL_SystemCursor, made on first use
+  bool composing_ = false;              // an input-method composition is showing
   std::map<uint32_t, SOUI::SHostWnd*> by_id_;
 };

@@ -378,3 +378,101 @@ TEST_F(SdlBackendTest, MainLoopEndsWhenTheLastVisibleWindowIsClosed) {
 
 }  // namespace
 }  // namespace SOUI
+
+namespace SOUI {
+namespace {
+
+// Notes typed characters and input-method messages.
+class TextProbe : public SWindow {
+  SOUI_CLASS_NAME(TextProbe, SWindow, L"textprobe")
+ public:
+  TextProbe() { focusable_ = TRUE; }
+  UINT OnGetDlgCode() const override { return SC_WANTCHARS; }
+  SStringW GetCursorName(CPoint) const override { return L"ibeam"; }
+  BOOL ProcessSwndMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) override {
+    if (msg == WM_CHAR) log += SStringW(L"char:") + static_cast<wchar_t>(wp) + L" ";
+    if (msg == WM_KEYDOWN && GetKeyState(VK_CONTROL) < 0) log += SStringW(L"ctrl+") + static_cast<wchar_t>(wp) + L" ";
+    if (msg == WM_IME_COMPOSITION) {
+      log += (wp == GCS_RESULTSTR ? L"commit:" : L"comp:") + reinterpret_cast<const ImeText*>(lp)->text + L" ";
+    }
+    return SWindow::ProcessSwndMessage(msg, wp, lp, result);
+  }
+  SStringW log;
+};
+
+class SdlTextTest : public SdlBackendTest {
+ protected:
+  void SetUp() override {
+    SdlBackendTest::SetUp();
+    app_.GetFactory().RegisterWindowClass<TextProbe>();
+  }
+  static SDL_Event Text(uint32_t wid, const char* utf8, bool editing, int start = 0) {
+    SDL_Event e{};
+    e.type = editing ? SDL_TEXTEDITING : SDL_TEXTINPUT;
+    if (editing) {
+      e.edit.windowID = wid;
+      SDL_strlcpy(e.edit.text, utf8, sizeof(e.edit.text));
+      e.edit.start = start;
+    } else {
+      e.text.windowID = wid;
+      SDL_strlcpy(e.text.text, utf8, sizeof(e.text.text));
+    }
+    return e;
+  }
+};
+
+TEST_F(SdlTextTest, TypedKeysAreCharactersAndInputMethodTextIsComposedThenCommitted) {
+  SHostWnd host;
+  host.InitFromXmlText(L"<SOUI width='200' height='100'><root>"
+                       L"<textprobe name='p' pos='0,0,-0,-0'/></root></SOUI>");
+  host.Create(nullptr, 40, 40);
+  host.ShowWindow(SW_SHOW);
+  auto* probe = host.FindChildByName2<TextProbe>(L"p");
+  ASSERT_NE(probe, nullptr);
+  host.SetFocus(probe);
+  EXPECT_TRUE(SDL_IsTextInputActive());  // a window that takes text has the focus
+  const uint32_t wid = WindowId(&host);
+  Push(Text(wid, "a", false));
+  Push(Text(wid, "ni", true, 2));
+  Push(Text(wid, "\xE4\xBD\xA0", false));  // the composition's result
+  Push(Text(wid, "haoma", true, 5));
+  Push(Text(wid, "\xE5\xA5\xBD\xE5\x90\x97", false));  // two characters at once
+  SDL_Event ctrl_c{};
+  ctrl_c.type = SDL_KEYDOWN;
+  ctrl_c.key.windowID = wid;
+  ctrl_c.key.state = SDL_PRESSED;
+  ctrl_c.key.keysym.sym = SDLK_c;
+  ctrl_c.key.keysym.mod = KMOD_LCTRL;
+  Push(ctrl_c);
+  const SStringW want = L"char:a comp:ni commit:\x4F60 comp:haoma commit:\x597D\x5417 ctrl+C ";
+  EXPECT_TRUE(PumpUntil([&] { return probe->log == want; })) << probe->log.ToUtf8();
+  host.SetFocus(nullptr);
+  EXPECT_FALSE(SDL_IsTextInputActive());
+}
+
+TEST_F(SdlTextTest, TheSystemClipboardAndCursorsAreSdls) {
+  app_.GetClipboard().SetText(L"12.5\x5143");
+  char* raw = SDL_GetClipboardText();
+  EXPECT_STREQ(raw, "12.5\xE5\x85\x83");
+  SDL_free(raw);
+  SDL_SetClipboardText("from sdl");
+  EXPECT_EQ(app_.GetClipboard().GetText(), L"from sdl");
+
+  SHostWnd host;
+  host.InitFromXmlText(L"<SOUI width='200' height='100'><root>"
+                       L"<textprobe name='p' pos='0,0,100,100'/></root></SOUI>");
+  host.Create(nullptr, 40, 40);
+  host.ShowWindow(SW_SHOW);
+  SDL_Cursor* before = SDL_GetCursor();
+  SDL_Event m{};
+  m.type = SDL_MOUSEMOTION;
+  m.motion.windowID = WindowId(&host);
+  m.motion.x = 50;
+  m.motion.y = 50;
+  Push(m);
+  EXPECT_TRUE(PumpUntil([&] { return host.GetCursorName() == L"ibeam"; }));
+  EXPECT_NE(SDL_GetCursor(), before);
+}
+
+}  // namespace
+}  // namespace SOUI
