@@ -5,6 +5,7 @@
 #include <chrono>
 #include <thread>
 
+#include "soui/edit.h"
 #include "soui/hostwnd.h"
 #include "soui/skins.h"
 #include "soui/stdctrls.h"
@@ -31,6 +32,7 @@ SApplication::SApplication(const Options& options) : options_(options), clock_(o
   g_app = this;
   RegisterBuiltinSkinTypes(res_);
   RegisterStandardControls(factory_);
+  RegisterEditControls(factory_);
   clipboard_ = std::make_unique<MemoryClipboard>();
   res_.SetImageLoader([this](const SStringW& path) {
     return render_factory_ ? render_factory_->LoadBitmapFromFile(path) : nullptr;
