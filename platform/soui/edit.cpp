@@ -231,6 +231,28 @@ std::wstring SEdit::Sanitize(const std::wstring& in) const {
   return out;
 }
 
+std::wstring SEdit::TextRange(int start, int end) const {
+  // Walks only the paragraphs of the range, not the whole text.
+  std::wstring out;
+  if (end <= start) return out;
+  int p = 0, c = 0;
+  Locate(start, &p, &c);
+  int left = end - start;
+  while (left > 0 && p < static_cast<int>(paras_.size())) {
+    const std::wstring& para = paras_[static_cast<size_t>(p)];
+    const int take = std::min(left, static_cast<int>(para.size()) - c);
+    out.append(para, static_cast<size_t>(c), static_cast<size_t>(take));
+    left -= take;
+    if (left > 0) {
+      out += L'\n';
+      --left;
+    }
+    ++p;
+    c = 0;
+  }
+  return out;
+}
+
 void SEdit::ApplyReplace(int start, int end, const std::wstring& text) {
   int p0 = 0, c0 = 0, p1 = 0, c1 = 0;
   Locate(start, &p0, &c0);
@@ -276,7 +298,7 @@ bool SEdit::Replace(int start, int end, std::wstring text, bool can_undo, bool t
     return false;
   }
   if (can_undo) {
-    const std::wstring removed = GetWindowText().str().substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
+    const std::wstring removed = TextRange(start, end);
     UndoStep* last = undo_.empty() ? nullptr : &undo_.back();
     // Consecutive typing is one undo step.
     if (typing && removed.empty() && last && last->typing &&

@@ -101,6 +101,7 @@ class SEdit : public SWindow {
   // Replaces [start, end) by text; returns false when nothing changed.
   bool Replace(int start, int end, std::wstring text, bool can_undo, bool typing);
   void ApplyReplace(int start, int end, const std::wstring& text);
+  std::wstring TextRange(int start, int end) const;
   void Notify(UINT code);
   void MoveCaret(int pos, bool extend);
   void ShowCaretNow();
