@@ -11,6 +11,7 @@
 
 #include "backends/cairo_render.h"
 #include "backends/sdl_backend.h"
+#include "soui/edit.h"
 #include "soui/hostdialog.h"
 #include "soui/sapp.h"
 #include "soui/stdctrls.h"
@@ -472,6 +473,36 @@ TEST_F(SdlTextTest, TheSystemClipboardAndCursorsAreSdls) {
   Push(m);
   EXPECT_TRUE(PumpUntil([&] { return host.GetCursorName() == L"ibeam"; }));
   EXPECT_NE(SDL_GetCursor(), before);
+}
+
+}  // namespace
+}  // namespace SOUI
+
+namespace SOUI {
+namespace {
+
+TEST_F(SdlTextTest, TypingIntoAnEditThroughSdlEvents) {
+  SHostWnd host;
+  host.InitFromXmlText(L"<SOUI width='300' height='80'><root>"
+                       L"<edit name='e' pos='10,10,-10,40'/></root></SOUI>");
+  host.Create(nullptr, 40, 40);
+  host.ShowWindow(SW_SHOW);
+  auto* edit = host.FindChildByName2<SEdit>(L"e");
+  ASSERT_NE(edit, nullptr);
+  const uint32_t wid = WindowId(&host);
+  PushClick(wid, CPoint(50, 25));  // a click gives it the focus
+  ASSERT_TRUE(PumpUntil([&] { return edit->IsFocused() != FALSE; }));
+  EXPECT_TRUE(SDL_IsTextInputActive());
+  for (const char* t : {"6", "0", "0", "5", "x"}) Push(Text(wid, t, false));
+  SDL_Event back{};
+  back.type = SDL_KEYDOWN;
+  back.key.windowID = wid;
+  back.key.state = SDL_PRESSED;
+  back.key.keysym.sym = SDLK_BACKSPACE;
+  Push(back);
+  Push(Text(wid, "gu", true, 2));
+  Push(Text(wid, "\xE8\x82\xA1", false));
+  EXPECT_TRUE(PumpUntil([&] { return edit->GetWindowText() == L"6005\x80A1"; })) << edit->GetWindowText().ToUtf8();
 }
 
 }  // namespace
