@@ -212,6 +212,19 @@ TEST_F(EditTest, MultiLineBreaksOnEnterMovesByLineAndScrolls) {
   EXPECT_LE(e->GetScrollY(), 8 * 12 - 40);
 }
 
+TEST_F(EditTest, ALongSingleLineScrollsToKeepTheCaretInView) {
+  SEdit* e = Make();
+  gen().Type(SStringW(L'9', 30));  // 180 px of text in a 120 px edit
+  EXPECT_EQ(e->GetScrollX(), 30 * 6 - 120 + 1);
+  Key(VK_HOME);
+  EXPECT_EQ(e->GetScrollX(), 0);
+  RecordingRenderTarget rt(200, 100);
+  Key(VK_END);
+  e->RedrawRegion(&rt, host()->GetClientRect());
+  // the text is drawn shifted left by the scroll, clipped to the edit
+  EXPECT_TRUE(rt.Contains("TextOut \"" + std::string(30, '9') + "\" (-61,")) << rt.Dump();
+}
+
 TEST_F(EditTest, PasswordReadOnlyNumberAndCueText) {
   SEdit* pw = Make(L"password='1' passwordChar='#' cueText='PIN' cueColor='#FF0000'");
   RecordingRenderTarget rt(200, 100);
