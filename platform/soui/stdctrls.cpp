@@ -1,5 +1,6 @@
 #include "soui/stdctrls.h"
 
+#include "soui/qvrichtext.h"
 #include "soui/tabctrl.h"
 
 namespace SOUI {
@@ -163,6 +164,7 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<SImageButton>();
   factory.RegisterWindowClass<SCaption>();
   factory.RegisterWindowClass<STabCtrl>();
+  factory.RegisterWindowClass<QVRichText>();
 }
 
 }  // namespace SOUI
