@@ -350,4 +350,16 @@ void QVRichText::OnLButtonUp(UINT flags, CPoint pt) {
   }
 }
 
+// ---- SStaticMultiLines ------------------------------------------------------------
+
+SStaticMultiLines::SStaticMultiLines() {
+  SStatic::SetAttribute(L"multiLines", L"1", TRUE);
+  SStatic::SetAttribute(L"interHeight", L"0", TRUE);
+}
+
+HRESULT SStaticMultiLines::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
+  if (name.CompareNoCase(L"lineSpacing") == 0) return SStatic::SetAttribute(L"interHeight", value, loading);
+  return SStatic::SetAttribute(name, value, loading);
+}
+
 }  // namespace SOUI

@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "soui/events.h"
+#include "soui/stdctrls.h"
 #include "soui/swnd.h"
 
 namespace SOUI {
@@ -123,6 +124,20 @@ class QVRichText : public SWindow {
   int para_spacing_ = 0;
   int pressed_run_ = -1;
   ClickCallback click_cb_;
+};
+
+// "staticmultilines": the extension's wrapping label. Text breaks at
+// newlines (and the two characters "\n") and wraps at the client width,
+// between words and between CJK characters; "lineSpacing" px (default 0)
+// separate the lines. Standard text attributes (font, colorText, align)
+// apply as for "text".
+class SStaticMultiLines : public SStatic {
+  SOUI_CLASS_NAME(SStaticMultiLines, SStatic, L"staticmultilines")
+ public:
+  SStaticMultiLines();
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override;
+  // Height the text needs when wrapped at `width` px of client width.
+  int GetDesiredHeight(int width) { return MeasureContent(width).cy; }
 };
 
 }  // namespace SOUI

@@ -1,5 +1,6 @@
 #include "soui/stdctrls.h"
 
+#include "soui/checkctrls.h"
 #include "soui/qvrichtext.h"
 #include "soui/tabctrl.h"
 
@@ -165,6 +166,8 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<SCaption>();
   factory.RegisterWindowClass<STabCtrl>();
   factory.RegisterWindowClass<QVRichText>();
+  factory.RegisterWindowClass<SStaticMultiLines>();
+  RegisterCheckControls(factory);
 }
 
 }  // namespace SOUI
