@@ -130,6 +130,11 @@ bool QVRichText::AppendContent(const SStringW& xml) {
       if (t.type() == pugi::node_pcdata || t.type() == pugi::node_cdata) text += t.value();
     }
     r.text = SStringW::FromUtf8(text);
+    if (r.text.GetLength() > kMaxWindowTextLength) {
+      SLOG(kLogWarn, "SOUI") << L"qvrichtext '" << name_ << L"': run of " << r.text.GetLength()
+                             << L" characters cut to " << kMaxWindowTextLength;
+      r.text = r.text.Left(kMaxWindowTextLength);
+    }
     runs_.push_back(std::move(r));
   }
   para.count = runs_.size() - para.first;
@@ -244,14 +249,17 @@ const QVRichText::Layout& QVRichText::EnsureLayout(int width) {
         if (wrap && x > 0 && x + ink > width) flush();
         if (wrap && ink > width - x) {
           // A word wider than a whole line: break between characters.
+          // Character widths are summed rather than each prefix measured,
+          // which keeps a very long word linear in its length.
           int start = 0;
           while (start < u.GetLength()) {
             int take = 1;
             CSize sz = Measure(rt, u.Mid(start, 1), 1);
             while (start + take < u.GetLength()) {
-              const CSize next = Measure(rt, u.Mid(start, take + 1), take + 1);
-              if (x + next.cx > width) break;
-              sz = next;
+              const CSize ch = Measure(rt, u.Mid(start + take, 1), 1);
+              if (x + sz.cx + ch.cx > width) break;
+              sz.cx += ch.cx;
+              sz.cy = std::max(sz.cy, ch.cy);
               ++take;
             }
             place(run, u.Mid(start, take), sz);

@@ -200,6 +200,13 @@ TEST_F(QVRichTextTest, MalformedParagraphsAreLoggedAndSkippedEntitiesAndCdataDec
   EXPECT_TRUE(LogContains(L"unknown run <img>"));
   EXPECT_EQ(rich->GetPlainText(), SStringW(L"a\u00A0b&<x>&\nkept"));
   EXPECT_EQ(rich->GetLineCount(-1), 2);
+
+  // A run longer than any window text is cut, with a log line.
+  rich->Clear();
+  const std::wstring huge(SWindow::kMaxWindowTextLength + 100, L'x');
+  EXPECT_TRUE(rich->AppendContent(SStringW((L"<RichEditContent><text>" + huge + L"</text></RichEditContent>").c_str())));
+  EXPECT_TRUE(LogContains(L"characters cut to"));
+  EXPECT_EQ(rich->GetPlainText().GetLength(), SWindow::kMaxWindowTextLength);
 }
 
 TEST_F(QVRichTextTest, SizesToContentInLayout) {
