@@ -126,12 +126,21 @@ class SApplication {
   bool IsKeyDown(UINT vk) const { return vk < 256 && key_down_[vk]; }
   void SetKeyDown(UINT vk, bool down);
 
+  // Turns a text style code (the "qvstyle" of a rich-text qv_text run) into a
+  // font description and a colour value or reference. The controls library
+  // installs it, since the style tables are its own; false: unknown code.
+  using TextStyleResolver =
+      std::function<bool(const SStringW& code, SStringW* font, SStringW* color)>;
+  void SetTextStyleResolver(TextStyleResolver r) { text_style_resolver_ = std::move(r); }
+  const TextStyleResolver& GetTextStyleResolver() const { return text_style_resolver_; }
+
   // The target used to measure text for layout (created on first use). Tests
   // may install a deterministic one.
   IRenderTarget* GetMeasureTarget();
   void SetMeasureTarget(std::unique_ptr<IRenderTarget> rt) { measure_target_ = std::move(rt); }
 
  private:
+  TextStyleResolver text_style_resolver_;
   Options options_;
   SObjectFactory factory_;
   SResProvider res_;

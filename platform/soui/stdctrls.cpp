@@ -1,5 +1,7 @@
 #include "soui/stdctrls.h"
 
+#include "soui/checkctrls.h"
+#include "soui/qvrichtext.h"
 #include "soui/tabctrl.h"
 
 namespace SOUI {
@@ -163,6 +165,9 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<SImageButton>();
   factory.RegisterWindowClass<SCaption>();
   factory.RegisterWindowClass<STabCtrl>();
+  factory.RegisterWindowClass<QVRichText>();
+  factory.RegisterWindowClass<SStaticMultiLines>();
+  RegisterCheckControls(factory);
 }
 
 }  // namespace SOUI
