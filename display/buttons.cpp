@@ -106,7 +106,7 @@ constexpr int kIconGapDp = 4;
 
 CRect CQVButton::GetTextRect() const {
   CRect rc = GetClientRect();
-  const CRect pad = style_.GetPadding(GetScale());
+  const CRect pad = style_->GetPadding(GetScale());
   rc.left += std::max<int>(pad.left, StyleSizePx(2));
   rc.right -= std::max<int>(pad.right, StyleSizePx(3));
   rc.top += pad.top;
@@ -119,8 +119,8 @@ CSize CQVButton::GetDesiredSize(int width, int height) {
   CSize size = CQVButtonBase::GetDesiredSize(width, height);
   if (!layout_param_.IsWrapContent(Orientation::Horz)) return size;
   const int scale = GetScale();
-  const CRect pad = style_.GetPadding(scale);
-  const CRect margin = style_.GetMargin(scale);
+  const CRect pad = style_->GetPadding(scale);
+  const CRect margin = style_->GetMargin(scale);
   int content = MeasureContent(-1).cx;
   if (ISkinObj* icon = GetIcon()) {
     content += icon->GetSkinSize().cx;
@@ -205,7 +205,7 @@ CSize CQVIconButtonBase::GetDesiredSize(int width, int height) {
   CSize size = CQVButtonBase::GetDesiredSize(width, height);
   if (!icon) return size;
   const SIZE sz = icon->GetSkinSize();
-  const CRect pad = style_.GetPadding(GetScale());
+  const CRect pad = style_->GetPadding(GetScale());
   if (p->IsWrapContent(Orientation::Horz) && sz.cx > 0) size.cx = sz.cx + pad.left + pad.right;
   if (p->IsWrapContent(Orientation::Vert) && sz.cy > 0) size.cy = sz.cy + pad.top + pad.bottom;
   return size;
@@ -303,7 +303,7 @@ CSize QVSwitchButton::GetDesiredSize(int width, int height) {
   ISkinObj* icon = CurrentIcon();
   const SIZE sz = icon ? icon->GetSkinSize() : SIZE{0, 0};
   if (sz.cx <= 0 || sz.cy <= 0) return SButton::GetDesiredSize(width, height);
-  const CRect pad = style_.GetPadding(GetScale());
+  const CRect pad = style_->GetPadding(GetScale());
   return CSize(sz.cx + pad.left + pad.right, sz.cy + pad.top + pad.bottom);
 }
 

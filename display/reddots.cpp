@@ -104,7 +104,7 @@ void CQVRedDot::DrawRedDot(IRenderTarget* rt) {
     return;
   }
   // Without a skin: a pill in the background colour (none set, nothing shows).
-  const COLORREF bk = style_.colorBkgnd.Get();
+  const COLORREF bk = style_->colorBkgnd.Get();
   if (bk == CR_INVALID) return;
   IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(bk));
   const POINT radius{ZPixel(10), ZPixel(10)};
@@ -118,7 +118,7 @@ void CQVRedDot::DrawBadgeText(IRenderTarget* rt) {
   const SStringW text = GetWindowText();
   if (!rt || text.IsEmpty()) return;
   CRect rc = GetClientRect();
-  rc.DeflateRect(style_.GetPadding(GetScale()));
+  rc.DeflateRect(style_->GetPadding(GetScale()));
   SWindow::DrawText(rt, text, text.GetLength(), &rc, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 

@@ -31,9 +31,24 @@ CQVItemBase::~CQVItemBase() {
 }
 
 BOOL CQVItemBase::InitFromXml(pugi::xml_node node) {
-  item_xml_.reset();
-  if (node) item_xml_.append_copy(node);
+  // A node of the template already held (InitFromTemplate) is not copied.
+  if (!item_xml_ || node.root() != item_xml_->root()) {
+    auto copy = std::make_shared<pugi::xml_document>();
+    if (node) copy->append_copy(node);
+    item_xml_ = std::move(copy);
+  }
   return SWindow::InitFromXml(node);
+}
+
+BOOL CQVItemBase::InitFromTemplate(std::shared_ptr<const pugi::xml_document> tmpl) {
+  if (!tmpl) return InitFromXml(pugi::xml_node());
+  item_xml_ = std::move(tmpl);
+  return InitFromXml(item_xml_->first_child());
+}
+
+const pugi::xml_document& CQVItemBase::GetItemXml() const {
+  static const pugi::xml_document empty;
+  return item_xml_ ? *item_xml_ : empty;
 }
 
 HRESULT CQVItemBase::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {

@@ -70,11 +70,14 @@ class QVSTDCTRLS_API CQVItemBase : public SOUI::SWindow,
   ~CQVItemBase() override;
 
   BOOL InitFromXml(pugi::xml_node node) override;
+  // Builds from the first element of a template that several items share
+  // (a strip's item template), keeping a reference rather than a copy.
+  BOOL InitFromTemplate(std::shared_ptr<const pugi::xml_document> tmpl);
   HRESULT SetAttribute(const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) override;
   // On the item, then on every descendant.
   void SetAttrWithChildren(const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading);
   // The template the item was built from.
-  const pugi::xml_document& GetItemXml() const { return item_xml_; }
+  const pugi::xml_document& GetItemXml() const;
 
   IQVItemContainer* GetItemContainer() const { return container_; }
   void SetItemId(int id) { item_id_ = id; }
@@ -149,7 +152,7 @@ class QVSTDCTRLS_API CQVItemBase : public SOUI::SWindow,
   HRESULT OnAttrEnable(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrItemId(const SOUI::SStringW& value, BOOL loading);
 
-  pugi::xml_document item_xml_;
+  std::shared_ptr<const pugi::xml_document> item_xml_;
   QVItemDragType drag_type_ = kQVDragFree;
 
   SOUI::SAnimator move_anim_;

@@ -273,7 +273,10 @@ CSize CQVVariantItemBase::GetDesiredSize(int width, int height) {
 
 CQVPrimaryTabItem::CQVPrimaryTabItem(IQVItemContainer* container) : CQVVariantItemBase(container, kPrimaryLook) {}
 
-CQVPrimaryTab::CQVPrimaryTab() { LoadXml(item_template_, kQVPrimaryTabItemXml); }
+CQVPrimaryTab::CQVPrimaryTab() {
+  static const ItemTemplate kTemplate = ParseItemTemplate(kQVPrimaryTabItemXml);
+  item_template_ = kTemplate;
+}
 
 BOOL CQVPrimaryTab::CreateChildren(pugi::xml_node node) {
   const BOOL r = CQVTabCtrlBase::CreateChildren(node);
@@ -295,11 +298,17 @@ CQVSecondaryTabItem::CQVSecondaryTabItem(IQVItemContainer* container)
 CQVSecondaryTabItem::CQVSecondaryTabItem(IQVItemContainer* container, const QVItemLook& look)
     : CQVVariantItemBase(container, look) {}
 
-CQVSecondaryTab::CQVSecondaryTab() { LoadXml(item_template_, kQVSecondaryTabItemXml); }
+CQVSecondaryTab::CQVSecondaryTab() {
+  static const ItemTemplate kTemplate = ParseItemTemplate(kQVSecondaryTabItemXml);
+  item_template_ = kTemplate;
+}
 
 CQVThirdTabItem::CQVThirdTabItem(IQVItemContainer* container) : CQVSecondaryTabItem(container, kThirdLook) {}
 
-CQVThirdTab::CQVThirdTab() { LoadXml(item_template_, kQVThirdTabItemXml); }
+CQVThirdTab::CQVThirdTab() {
+  static const ItemTemplate kTemplate = ParseItemTemplate(kQVThirdTabItemXml);
+  item_template_ = kTemplate;
+}
 
 // ---- segment ----------------------------------------------------------------------------
 
@@ -314,7 +323,10 @@ void CQVSegmentTabItem::SetSegmentPos(QVSegmentPos pos) {
   Invalidate();
 }
 
-CQVSegmentTab::CQVSegmentTab() { LoadXml(item_template_, kQVSegmentTabItemXml); }
+CQVSegmentTab::CQVSegmentTab() {
+  static const ItemTemplate kTemplate = ParseItemTemplate(kQVSegmentTabItemXml);
+  item_template_ = kTemplate;
+}
 
 BOOL CQVSegmentTab::CreateChildren(pugi::xml_node node) {
   const BOOL r = CQVTabCtrlBase::CreateChildren(node);
@@ -350,7 +362,8 @@ void CQVSegmentTab::RemoveTab(CQVItemBase* item) {
 CQVTabViewItem::CQVTabViewItem(IQVItemContainer* container) : CQVVariantItemBase(container, kTabViewLook) {}
 
 CQVTabView::CQVTabView() {
-  LoadXml(item_template_, kQVTabViewItemXml);
+  static const ItemTemplate kTemplate = ParseItemTemplate(kQVTabViewItemXml);
+  item_template_ = kTemplate;
   GetEventSet()->addEvent(EVT_QVTAB_CLICK_ADD, L"on_qvtab_click_add");
   GetEventSet()->addEvent(EVT_QVTAB_ITEM_DRAG_OUT, L"on_qvtab_item_drag_out");
 }
@@ -440,7 +453,8 @@ BOOL CQVTabView::OnItemUserMessage(CQVItemBase* item, UINT msg, WPARAM wp, LPARA
 CQVFilterTabItem::CQVFilterTabItem(IQVItemContainer* container) : CQVVariantItemBase(container, kFilterLook) {}
 
 CQVFilterTab::CQVFilterTab() {
-  LoadXml(item_template_, kQVFilterTabItemXml);
+  static const ItemTemplate kTemplate = ParseItemTemplate(kQVFilterTabItemXml);
+  item_template_ = kTemplate;
   GetEventSet()->addEvent(EVT_QVTAB_ITEM_CANCLE_SELING, L"on_qvtab_item_cancle_seling");
   GetEventSet()->addEvent(EVT_QVTAB_ITEM_CANCLE_SEL, L"on_qvtab_item_cancle_sel");
 }

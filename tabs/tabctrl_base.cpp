@@ -18,7 +18,7 @@ constexpr int kFadeMs = 200;
 // mouse swaps nothing, at 100 %.
 constexpr int kSwitchBandPx = 5;
 
-const char kDefaultItemXml[] = "<tab width=\"100dp\" height=\"32dp\"/>";
+const wchar_t kDefaultItemXml[] = L"<tab width=\"100dp\" height=\"32dp\"/>";
 
 const SOUI::EventSet::Decl kTabEvents[] = {
     {EVT_QVTAB_SEL_CHANGING, L"on_qvtab_sel_changing"},
@@ -39,10 +39,17 @@ int ItemWidthPx(CQVItemBase* item) { return std::max(0, item->GetDesiredSize(-1,
 
 CQVTabCtrlBase::CQVTabCtrlBase() {
   for (const auto& e : kTabEvents) GetEventSet()->addEvent(e.id, e.name);
-  item_template_.load_string(kDefaultItemXml);
+  static const ItemTemplate kDefault = ParseItemTemplate(kDefaultItemXml);
+  item_template_ = kDefault;
 }
 
 CQVTabCtrlBase::~CQVTabCtrlBase() = default;
+
+CQVTabCtrlBase::ItemTemplate CQVTabCtrlBase::ParseItemTemplate(const wchar_t* xml) {
+  auto doc = std::make_shared<pugi::xml_document>();
+  doc->load_string(SStringW(xml).ToUtf8().c_str());
+  return doc;
+}
 
 // ---- attributes ----------------------------------------------------------------
 
@@ -88,8 +95,9 @@ BOOL CQVTabCtrlBase::CreateChildren(pugi::xml_node node) {
     if (child.type() != pugi::node_element) continue;
     const SStringW tag = SStringW::FromUtf8(child.name());
     if (tag.CompareNoCase(L"item") == 0 || tag.CompareNoCase(L"tab") == 0) {
-      item_template_.reset();
-      item_template_.append_copy(child);
+      auto tmpl = std::make_shared<pugi::xml_document>();
+      tmpl->append_copy(child);
+      item_template_ = std::move(tmpl);
       break;
     }
   }
@@ -140,7 +148,7 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
   CQVItemBase* item = CreateItem();
   if (!item) return -1;
   InsertChild(item);
-  item->InitFromXml(item_template_.first_child());
+  item->InitFromTemplate(item_template_);
   // The strip places its items: the toolkit's flow layout must never move
   // one, even when its slot happens to equal the flow position.
   item->SetAttribute(L"float", L"1", FALSE);

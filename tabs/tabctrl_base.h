@@ -229,7 +229,11 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   CQVItemBase* head_ = nullptr;
   CQVItemBase* pressed_ = nullptr;
   CQVItemBase* cur_sel_ = nullptr;
-  pugi::xml_document item_template_;
+  // What InsertTab builds an item from; shared by the strip's items (and by
+  // every strip of a class until one reads its own from XML).
+  using ItemTemplate = std::shared_ptr<const pugi::xml_document>;
+  static ItemTemplate ParseItemTemplate(const wchar_t* xml);
+  ItemTemplate item_template_;
   int item_gap_ = 0;
   int next_tab_id_ = 0;
   bool dragable_ = false;

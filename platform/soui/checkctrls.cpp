@@ -19,7 +19,7 @@ int ParseInt(const SStringW& value, int def) {
 
 SCheckBox::SCheckBox() {
   focusable_ = TRUE;
-  style_.align = SwndStyle::Left;
+  UseClassStyle(SwndStyle::LeftAligned(L"arrow"));
   skin_.Set(L"_skin.sys.checkbox");
 }
 
@@ -63,7 +63,7 @@ CSize SCheckBox::MeasureContent(int width) {
 
 void SCheckBox::OnEraseBkgnd(IRenderTarget* rt) {
   // The skin is the box, drawn by OnPaint; only a background colour fills.
-  const COLORREF bk = style_.colorBkgnd.Get();
+  const COLORREF bk = style_->colorBkgnd.Get();
   if (bk == CR_INVALID) return;
   const CRect rc = GetClientRect();
   rt->FillSolidRect(&rc, bk);
@@ -152,8 +152,7 @@ void SRadioBox::SetCheck(BOOL checked) {
 // ---- SLink ------------------------------------------------------------------------
 
 SLink::SLink() {
-  style_.align = SwndStyle::Left;
-  style_.cursor = L"hand";
+  UseClassStyle(SwndStyle::LeftAligned(L"hand"));
 }
 
 HRESULT SLink::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {

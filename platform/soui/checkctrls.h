@@ -32,7 +32,7 @@ class SCheckBox : public SWindow {
   // Sets the Check state bit; no event when unchanged.
   virtual void SetCheck(BOOL checked);
   // The wish for a hand cursor; the toolkit's cursor handling reads it.
-  const SStringW& GetCursorWish() const { return style_.cursor; }
+  const SStringW& GetCursorWish() const { return style_->cursor; }
 
   HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override;
   void OnEraseBkgnd(IRenderTarget* rt) override;
@@ -73,7 +73,7 @@ class SLink : public SWindow {
  public:
   SLink();
   const SStringW& GetHref() const { return href_; }
-  const SStringW& GetCursorWish() const { return style_.cursor; }
+  const SStringW& GetCursorWish() const { return style_->cursor; }
   HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override;
   void OnPaint(IRenderTarget* rt) override;
 

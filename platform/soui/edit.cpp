@@ -25,8 +25,7 @@ BOOL ParseIntFlag(const SStringW& v) {
 
 SEdit::SEdit() {
   focusable_ = TRUE;
-  style_.align = SwndStyle::Left;
-  style_.cursor = L"ibeam";
+  UseClassStyle(SwndStyle::LeftAligned(L"ibeam"));
   GetEventSet()->addEvent(EVT_RE_NOTIFY, EventRENotify::EventName());
 }
 
@@ -159,7 +158,7 @@ int SEdit::XOf(int para, int col) const {
 
 CRect SEdit::TextRect() const {
   CRect rc = GetClientRect();
-  rc.DeflateRect(style_.GetPadding(GetScale()));
+  rc.DeflateRect(style_->GetPadding(GetScale()));
   return rc;
 }
 
@@ -630,7 +629,7 @@ void SEdit::OnPaint(IRenderTarget* rt) {
     SIZE sz{0, 0};
     rt->MeasureText(composition_, composition_.GetLength(), &sz);
     const CRect back(cx, cy, cx + sz.cx, cy + lh);
-    const COLORREF bk = style_.colorBkgnd.Get();
+    const COLORREF bk = style_->colorBkgnd.Get();
     rt->FillSolidRect(&back, bk != CR_INVALID ? bk : RGBA(0xFF, 0xFF, 0xFF, 0xFF));
     const COLORREF old = rt->SetTextColor(color);
     rt->TextOut(cx, cy, composition_, composition_.GetLength());

@@ -27,7 +27,7 @@ std::vector<SStringW> SplitLines(SStringW text) {
 
 SStatic::SStatic() {
   msg_transparent_ = TRUE;
-  style_.align = SwndStyle::Left;
+  UseClassStyle(SwndStyle::LeftAligned(L"arrow"));
 }
 
 HRESULT SStatic::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
@@ -72,8 +72,8 @@ void SStatic::OnPaint(IRenderTarget* rt) {
   rt->MeasureText(L"A", 1, &a);
   int y = area.top;
   UINT fmt = DT_WORDBREAK;
-  if (style_.align == SwndStyle::Center) fmt |= DT_CENTER;
-  else if (style_.align == SwndStyle::Right) fmt |= DT_RIGHT;
+  if (style_->align == SwndStyle::Center) fmt |= DT_CENTER;
+  else if (style_->align == SwndStyle::Right) fmt |= DT_RIGHT;
   for (const SStringW& line : SplitLines(GetWindowText())) {
     CRect calc(area.left, 0, area.right, 0);
     rt->DrawText(line, line.GetLength(), &calc, fmt | DT_CALCRECT);

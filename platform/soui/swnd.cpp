@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
-#include <strings.h>
 #include <map>
+#include <strings.h>
 #include <string_view>
 #include <unordered_map>
 
@@ -193,6 +193,22 @@ bool SwndStyle::HasTextColor() const {
   return colorText[0].IsSet() || colorText[1].IsSet() || colorText[2].IsSet() || colorText[3].IsSet();
 }
 
+const SwndStyle& SwndStyle::Default() {
+  static const SwndStyle style;
+  return style;
+}
+
+const SwndStyle& SwndStyle::LeftAligned(const wchar_t* cursor) {
+  static std::map<std::wstring, SwndStyle> styles;
+  auto it = styles.find(cursor);
+  if (it == styles.end()) {
+    it = styles.emplace(cursor, SwndStyle()).first;
+    it->second.align = Left;
+    it->second.cursor = cursor;
+  }
+  return it->second;
+}
+
 const ThemedFont& SwndStyle::GetFont(int state) const {
   if (state > 0 && state < 4 && font[state].IsSet()) return font[state];
   return font[0];
@@ -200,7 +216,7 @@ const ThemedFont& SwndStyle::GetFont(int state) const {
 
 // ---- construction and tree ------------------------------------------------------
 
-SWindow::SWindow() {
+SWindow::SWindow() : style_(&SwndStyle::Default()) {
   // A window made in code fills its parent until told otherwise.
   layout_param_.SetMatchParent(Orientation::Horz);
   layout_param_.SetMatchParent(Orientation::Vert);
@@ -407,6 +423,14 @@ void SWindow::OnContainerChanged(ISwndContainer* old_container) {
   ++g_measure_epoch;
 }
 
+SwndStyle& SWindow::GetStyleForWrite() {
+  if (!own_style_) {
+    own_style_ = std::make_unique<SwndStyle>(*style_);
+    style_ = own_style_.get();
+  }
+  return *own_style_;
+}
+
 // ---- identity and text ---------------------------------------------------------------
 
 SStringW SWindow::GetWindowText(BOOL raw) const { return (raw && has_raw_text_) ? text_raw_ : text_; }
@@ -460,7 +484,7 @@ int ParseId(const SStringW& value) {
 HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
   const StdAttr attr = LookupStdAttr(name);
   if (IsStyleAttr(attr)) {
-    if (!style_.SetStdAttribute(attr, value)) return E_FAIL;
+    if (!GetStyleForWrite().SetStdAttribute(attr, value)) return E_FAIL;
     const bool affects_layout = (attr >= StdAttr::Font && attr <= StdAttr::FontDisable) ||
                                 (attr >= StdAttr::Padding && attr <= StdAttr::MarginY);
     if (affects_layout) RequestRelayout();
@@ -581,7 +605,7 @@ const SWindow::Inherited& SWindow::GetInherited() const {
     Inherited& in = w->inherited_;
     in.hidden = (w->state_ & WndState_Invisible) || (up && up->hidden);
     in.disabled = (w->state_ & WndState_Disable) || (up && up->disabled);
-    in.font_source = w->style_.HasFont() ? w : (up ? up->font_source : nullptr);
+    in.font_source = w->style_->HasFont() ? w : (up ? up->font_source : nullptr);
     in.epoch = epoch;
   }
   return inherited_;

@@ -107,7 +107,12 @@ struct SwndStyle {
   // Whether any state has a font / a text colour of its own.
   bool HasFont() const;
   bool HasTextColor() const;
-};
+
+  // The style of a window that sets nothing.
+  static const SwndStyle& Default();
+  // The shared style of classes whose text starts at the left (labels, check
+  // boxes, links, edits), one per cursor shape.
+  static const SwndStyle& LeftAligned(const wchar_t* cursor);};
 
 class SWindow : public SObject {
  public:
@@ -187,8 +192,9 @@ class SWindow : public SObject {
   virtual SStringW GetWindowText(BOOL raw = FALSE) const;
   virtual void SetWindowText(const SStringW& text);
   SStringW GetToolTipText() const { return tip_; }
-  SwndStyle& GetStyle() { return style_; }
-  const SwndStyle& GetStyle() const { return style_; }
+  const SwndStyle& GetStyle() const { return *style_; }
+  // The window's own style, copied from the shared one on first write.
+  SwndStyle& GetStyleForWrite();
   ISkinObj* GetBkgndSkin() const { return skin_.Get(GetScale()); }
 
   // ---- attributes -------------------------------------------------------------
@@ -222,7 +228,7 @@ class SWindow : public SObject {
   void SetCheck(BOOL checked);
   BOOL IsMsgTransparent() const { return msg_transparent_; }
   BOOL IsFocusable() const { return focusable_; }
-  BYTE GetAlpha() const { return style_.alpha; }
+  BYTE GetAlpha() const { return style_->alpha; }
   // Asks the host for the keyboard focus; the window gets OnSetFocus and the
   // one that had it OnKillFocus. A window that is hidden or disabled (or
   // under a hidden or disabled ancestor) loses the focus at that moment.
@@ -239,7 +245,7 @@ class SWindow : public SObject {
   // arrow, hand, ibeam, sizewe, sizens, sizeall...).
   virtual SStringW GetCursorName(CPoint pt) const {
     (void)pt;
-    return style_.cursor;
+    return style_->cursor;
   }
 
   // ---- layout -------------------------------------------------------------------
@@ -304,7 +310,7 @@ class SWindow : public SObject {
   // dotted rectangle just inside the client area.
   virtual void DrawFocus(IRenderTarget* rt);
   virtual void DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT rc, UINT format);
-  virtual UINT GetTextAlign() const { return style_.GetTextAlign(); }
+  virtual UINT GetTextAlign() const { return style_->GetTextAlign(); }
   // The font this window paints with, after inheritance (null: host default).
   IFontPtr GetPaintFont(IRenderTarget* rt) const;
   COLORREF GetPaintTextColor() const;
@@ -376,7 +382,12 @@ class SWindow : public SObject {
   SStringW text_raw_;  // only when it differs from text_ (a reference)
   bool has_raw_text_ = false;
   SStringW tip_;
-  SwndStyle style_;
+  // Shared until written: most windows never set a style attribute, and a
+  // class's own defaults (alignment, cursor) exist once per class. Derived
+  // constructors point it at a static style of theirs (UseClassStyle).
+  const SwndStyle* style_;
+  std::unique_ptr<SwndStyle> own_style_;
+  void UseClassStyle(const SwndStyle& shared) { style_ = &shared; }
   ThemedSkin skin_;
   ThemedSkin focus_skin_;
   SouiLayoutParam layout_param_;

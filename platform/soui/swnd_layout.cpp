@@ -28,13 +28,13 @@ int SWindow::GetScale() const {
 
 CRect SWindow::GetClientRect() const {
   CRect rc = rect_;
-  rc.DeflateRect(style_.GetMargin(GetScale()));
+  rc.DeflateRect(style_->GetMargin(GetScale()));
   return rc;
 }
 
 CRect SWindow::GetChildrenLayoutRect() const {
   CRect rc = GetClientRect();
-  rc.DeflateRect(style_.GetPadding(GetScale()));
+  rc.DeflateRect(style_->GetPadding(GetScale()));
   return rc;
 }
 
@@ -88,8 +88,8 @@ CSize SWindow::GetDesiredSize(int width, int height) {
     return cache.size;
   }
   const CSize fixed = size;
-  const CRect margin = style_.GetMargin(scale);
-  const CRect padding = style_.GetPadding(scale);
+  const CRect margin = style_->GetMargin(scale);
+  const CRect padding = style_->GetPadding(scale);
   const int extra_w = margin.left + margin.right + padding.left + padding.right;
   const int extra_h = margin.top + margin.bottom + padding.top + padding.bottom;
   int text_width = size.cx >= 0 ? size.cx - extra_w : -1;

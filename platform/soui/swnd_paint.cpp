@@ -18,7 +18,7 @@ IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
   // Only the windows that set a font matter, nearest first.
   for (const SWindow* w = GetInherited().font_source; w;
        w = w->parent_ ? w->parent_->GetInherited().font_source : nullptr) {
-    const ThemedFont& f = w->style_.GetFont(w->GetStateIndex());
+    const ThemedFont& f = w->style_->GetFont(w->GetStateIndex());
     if (f.IsSet()) {
       if (IFontPtr font = f.Get(scale)) return font;
     }
@@ -30,8 +30,8 @@ IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
 
 COLORREF SWindow::GetPaintTextColor() const {
   for (const SWindow* w = this; w; w = w->parent_) {
-    if (!w->style_.HasTextColor()) continue;
-    const COLORREF c = w->style_.GetTextColor(w->GetStateIndex());
+    if (!w->style_->HasTextColor()) continue;
+    const COLORREF c = w->style_->GetTextColor(w->GetStateIndex());
     if (c != CR_INVALID) return c;
   }
   return RGBA(0, 0, 0, 255);
@@ -39,14 +39,14 @@ COLORREF SWindow::GetPaintTextColor() const {
 
 void SWindow::BeforePaint(IRenderTarget* rt, PaintState& ps) {
   const int state = GetStateIndex();
-  const ThemedFont& f = style_.GetFont(state);
+  const ThemedFont& f = style_->GetFont(state);
   if (f.IsSet()) {
     if (IFontPtr font = f.Get(GetScale())) {
       ps.old_font = rt->SelectFont(font);
       ps.font_set = true;
     }
   }
-  const COLORREF c = style_.GetTextColor(state);
+  const COLORREF c = style_->GetTextColor(state);
   if (c != CR_INVALID) {
     ps.old_color = rt->SetTextColor(c);
     ps.color_set = true;
@@ -65,14 +65,14 @@ void SWindow::OnEraseBkgnd(IRenderTarget* rt) {
     if (state >= skin->GetStates()) state = 0;
     skin->DrawByIndex(rt, &rc, state);
   } else {
-    const COLORREF bk = style_.colorBkgnd.Get();
+    const COLORREF bk = style_->colorBkgnd.Get();
     if (bk != CR_INVALID) rt->FillSolidRect(&rc, bk);
   }
 }
 
 void SWindow::OnNcPaint(IRenderTarget* rt) {
-  const COLORREF border = style_.colorBorder.Get();
-  const CRect m = style_.GetMargin(GetScale());
+  const COLORREF border = style_->colorBorder.Get();
+  const CRect m = style_->GetMargin(GetScale());
   if (border == CR_INVALID || m.IsRectNull()) return;
   const CRect& w = rect_;
   const CRect bands[4] = {CRect(w.left, w.top, w.right, w.top + m.top),
@@ -111,8 +111,8 @@ void SWindow::DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT r
 
 void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
   if (!IsVisible(FALSE) || !rt) return;
-  const bool layer = style_.alpha < 0xFF;
-  if (layer) rt->PushLayer(style_.alpha);
+  const bool layer = style_->alpha < 0xFF;
+  if (layer) rt->PushLayer(style_->alpha);
   PaintState ps;
   BeforePaint(rt, ps);
   if (!(rect_ & dirty).IsRectEmpty()) {

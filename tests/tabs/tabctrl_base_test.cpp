@@ -82,6 +82,28 @@ TEST_F(TabCtrlBaseTest, FirstInsertSelectsWithoutChangingEventAndItemsLineUp) {
   EXPECT_EQ(tabs_->GetTabObjById(2)->GetAlpha(), 255);
 }
 
+// Items keep the XML they were built from, but a strip's items share one
+// copy of its template (a copy each cost tens of kilobytes per tab).
+TEST_F(TabCtrlBaseTest, ItemsShareTheStripTemplateAndKeepIt) {
+  AddTabs(2);
+  const pugi::xml_document& first = tabs_->GetTabObjById(0)->GetItemXml();
+  EXPECT_EQ(&first, &tabs_->GetTabObjById(1)->GetItemXml());
+  EXPECT_STREQ(first.first_child().name(), "tab");
+  EXPECT_STREQ(first.first_child().attribute("width").value(), "60");
+
+  // An item built from a passing node keeps a copy of its own.
+  auto* loose = new CQVItemBase(tabs_);
+  tabs_->InsertChild(loose);
+  {
+    pugi::xml_document doc;
+    doc.load_string("<item title='x' width='50'/>");
+    loose->InitFromXml(doc.first_child());
+  }
+  EXPECT_STREQ(loose->GetItemXml().first_child().attribute("width").value(), "50");
+  EXPECT_NE(&loose->GetItemXml(), &first);
+  tabs_->DestroyChild(loose);
+}
+
 TEST_F(TabCtrlBaseTest, PressSelectsAndAVetoKeepsTheOldSelection) {
   AddTabs(3);
   RecordChanges();
