@@ -17,33 +17,30 @@ namespace {
 // Calls fn(name_begin, value_begin, value_end) for each stored pair until it
 // returns true; returns the position where it stopped, or npos.
 template <class Fn>
-size_t FindStored(const std::wstring& blob, Fn fn) {
+size_t FindStored(const std::string& blob, Fn fn) {
   size_t pos = 0;
   while (pos < blob.size()) {
-    const size_t name_end = blob.find(L'\0', pos);
-    const size_t value_end = blob.find(L'\0', name_end + 1);
+    const size_t name_end = blob.find('\0', pos);
+    const size_t value_end = blob.find('\0', name_end + 1);
     if (fn(pos, name_end, value_end)) return pos;
     pos = value_end + 1;
   }
-  return std::wstring::npos;
+  return std::string::npos;
 }
 
-bool NameMatches(const std::wstring& blob, size_t begin, size_t end, const SStringW& name) {
-  if (static_cast<int>(end - begin) != name.GetLength()) return false;
-  auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
-  for (size_t i = begin; i < end; ++i) {
-    if (fold(blob[i]) != fold(name[static_cast<int>(i - begin)])) return false;
-  }
-  return true;
+// Attribute names are ASCII and compared without case.
+bool NameMatches(const std::string& blob, size_t begin, size_t end, const std::string& name) {
+  return end - begin == name.size() && strncasecmp(blob.data() + begin, name.data(), name.size()) == 0;
 }
 
 }  // namespace
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
+  const std::string key = name.ToUtf8();
   SStringW found;
   FindStored(attr_values_, [&](size_t n, size_t ne, size_t ve) {
-    if (!NameMatches(attr_values_, n, ne, name)) return false;
-    found = SStringW(attr_values_.c_str() + ne + 1, static_cast<int>(ve - ne - 1));
+    if (!NameMatches(attr_values_, n, ne, key)) return false;
+    found = SStringW::FromUtf8(attr_values_.substr(ne + 1, ve - ne - 1));
     return true;
   });
   return found;
@@ -57,19 +54,21 @@ HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOO
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
+  const std::string key = name.ToUtf8();
   // Values are stored up to an embedded NUL, which attribute text never holds.
+  const std::string text = value.ToUtf8();
+  const std::string stored = text.substr(0, text.find('\0'));
   const size_t at = FindStored(attr_values_, [&](size_t n, size_t ne, size_t) {
-    return NameMatches(attr_values_, n, ne, name);
+    return NameMatches(attr_values_, n, ne, key);
   });
-  if (at != std::wstring::npos) {
-    const size_t name_end = attr_values_.find(L'\0', at);
-    const size_t value_end = attr_values_.find(L'\0', name_end + 1);
-    attr_values_.replace(name_end + 1, value_end - name_end - 1, value.c_str());
+  if (at != std::string::npos) {
+    const size_t name_end = attr_values_.find('\0', at);
+    const size_t value_end = attr_values_.find('\0', name_end + 1);
+    attr_values_.replace(name_end + 1, value_end - name_end - 1, stored);
     return;
   }
-  if (attr_values_.empty()) attr_values_.reserve(64);
-  attr_values_.append(name.c_str()).push_back(L'\0');
-  attr_values_.append(value.c_str()).push_back(L'\0');
+  attr_values_.append(key.substr(0, key.find('\0'))).push_back('\0');
+  attr_values_.append(stored).push_back('\0');
 }
 
 BOOL SObject::InitFromXml(pugi::xml_node node) {

@@ -61,9 +61,10 @@ class SObject {
   void StoreAttribute(const SStringW& name, const SStringW& value);
 
  private:
-  // "name\0value\0name\0value\0...": one allocation per object, since
-  // every window stores every attribute it is given and few are read back.
-  std::wstring attr_values_;
+  // "name\0value\0name\0value\0..." in UTF-8: one allocation per object,
+  // and small, since every window stores every attribute it is given and
+  // few are read back.
+  std::string attr_values_;
 };
 
 // Creates windows by tag. Tags are case-sensitive; a tag written "button.ok"

@@ -48,6 +48,12 @@ TEST_F(SWindowTest, AttributesArriveInDocumentOrderWhileLoadingThenChildrenThenC
   EXPECT_EQ(r->SetAttribute(L"no_such_attr", L"1", FALSE), E_FAIL);
   EXPECT_EQ(r->GetAttribute(L"zeta"), L"");  // refused values are not remembered
   EXPECT_EQ(r->GetAttribute(L"alpha"), L"7");
+  // Stored values come back whole, whatever the script; a later value wins.
+  EXPECT_TRUE(SUCCEEDED(r->SetAttribute(L"name", L"腾讯控股 ✓", FALSE)));
+  EXPECT_EQ(r->SetAttribute(L"Alpha", L"9", FALSE), S_OK);
+  EXPECT_EQ(r->GetAttribute(L"NAME"), L"腾讯控股 ✓");
+  EXPECT_EQ(r->GetAttribute(L"alpha"), L"9");
+  EXPECT_EQ(r->GetAttribute(L"pos"), L"1,2,@3,@4");
 }
 
 TEST_F(SWindowTest, ClassAppliesBeforeTheElementsOwnAttributes) {
