@@ -50,6 +50,26 @@ void BM_RedGreenBroadcast(benchmark::State& state) {
 }
 BENCHMARK(BM_RedGreenBroadcast)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond)->Complexity(benchmark::oN);
 
+// Destroying N labels: each unbinds its broadcast handler on the way out,
+// which must cost the same however many labels remain.
+void BM_RedGreenDestroy(benchmark::State& state) {
+  const int count = static_cast<int>(state.range(0));
+  SOUI::SApplication app;
+  app.GetResProvider().LoadUiDefFile(SOUI::SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/uires.xml"));
+  QVStandardCtrls::RegisterQVStandardCtrls(app.GetFactory());
+  const SOUI::SStringW xml = SOUI::SStringW::FromUtf8(LabelsLayout(count));
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto host = std::make_unique<SOUI::SHostWnd>();
+    host->InitFromXmlText(xml);
+    host->Create();
+    state.ResumeTiming();
+    host.reset();
+  }
+  state.SetComplexityN(count);
+}
+BENCHMARK(BM_RedGreenDestroy)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond)->Complexity(benchmark::oN);
+
 }  // namespace
 
 BENCHMARK_MAIN();

@@ -1,6 +1,6 @@
 #include "qvhost/message_dispatch.h"
 
-#include <algorithm>
+#include <iterator>
 
 #include "soui/sapp.h"
 
@@ -9,44 +9,59 @@ MessageDispatch::MessageDispatch(SOUI::SClock& clock) : clock_(clock) {}
 MessageDispatch::~MessageDispatch() {
   for (const auto& [task, timer] : tasks_) clock_.KillTimer(timer);
   // A Send still on the stack keeps its snapshot; make sure it calls nothing.
-  for (const auto& b : bindings_) b->bound = false;
+  for (const auto& [msg, list] : by_msg_) {
+    for (const auto& b : list) b->bound = false;
+  }
 }
 
 void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
-  for (const auto& b : bindings_) {
-    if (b->msg == msg && b->owner == owner) {
-      b->fn = std::move(handler);
+  std::vector<OwnerEntry>& entries = by_owner_[owner];
+  for (const OwnerEntry& e : entries) {
+    if (e.msg == msg) {
+      (*e.at)->fn = std::move(handler);
       return;
     }
   }
-  bindings_.push_back(std::make_shared<Binding>(Binding{msg, owner, std::move(handler), true}));
+  BindingList& list = by_msg_[msg];
+  list.push_back(std::make_shared<Binding>(Binding{msg, owner, std::move(handler), true}));
+  entries.push_back(OwnerEntry{msg, std::prev(list.end())});
+  ++binding_count_;
+}
+
+void MessageDispatch::Unlink(const OwnerEntry& entry) {
+  auto list = by_msg_.find(entry.msg);
+  (*entry.at)->bound = false;
+  list->second.erase(entry.at);
+  if (list->second.empty()) by_msg_.erase(list);
+  --binding_count_;
 }
 
 void MessageDispatch::UnBind(void* owner) {
-  auto it = std::remove_if(bindings_.begin(), bindings_.end(), [&](const std::shared_ptr<Binding>& b) {
-    if (b->owner != owner) return false;
-    b->bound = false;
-    return true;
-  });
-  bindings_.erase(it, bindings_.end());
+  auto it = by_owner_.find(owner);
+  if (it == by_owner_.end()) return;
+  for (const OwnerEntry& e : it->second) Unlink(e);
+  by_owner_.erase(it);
 }
 
 void MessageDispatch::UnBind(unsigned msg, void* owner) {
-  auto it = std::remove_if(bindings_.begin(), bindings_.end(), [&](const std::shared_ptr<Binding>& b) {
-    if (b->owner != owner || b->msg != msg) return false;
-    b->bound = false;
-    return true;
-  });
-  bindings_.erase(it, bindings_.end());
+  auto it = by_owner_.find(owner);
+  if (it == by_owner_.end()) return;
+  std::vector<OwnerEntry>& entries = it->second;
+  for (auto e = entries.begin(); e != entries.end(); ++e) {
+    if (e->msg != msg) continue;
+    Unlink(*e);
+    entries.erase(e);
+    break;
+  }
+  if (entries.empty()) by_owner_.erase(it);
 }
 
 void MessageDispatch::Send(unsigned msg, unsigned param, msg_body_ptr body) {
+  auto list = by_msg_.find(msg);
+  if (list == by_msg_.end()) return;
   // The snapshot keeps each binding (and its handler) alive while it runs,
   // even if the handler unbinds itself or destroys its owner.
-  std::vector<std::shared_ptr<Binding>> targets;
-  for (const auto& b : bindings_) {
-    if (b->msg == msg) targets.push_back(b);
-  }
+  const std::vector<std::shared_ptr<Binding>> targets(list->second.begin(), list->second.end());
   for (const auto& b : targets) {
     if (!b->bound) continue;
     // Copied: a handler re-binding itself replaces b->fn while it runs.

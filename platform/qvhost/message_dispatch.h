@@ -16,8 +16,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <map>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "soui/sapp.h"
@@ -75,7 +77,7 @@ class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
   void KillTimer(TaskId id) override;
   void Cancel(TaskId id) override;
 
-  size_t BindingCount() const { return bindings_.size(); }
+  size_t BindingCount() const { return binding_count_; }
   size_t PendingTasks() const { return tasks_.size(); }
 
  private:
@@ -85,10 +87,21 @@ class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
     Handler fn;
     bool bound;
   };
+  using BindingList = std::list<std::shared_ptr<Binding>>;
+  struct OwnerEntry {
+    unsigned msg;
+    BindingList::iterator at;
+  };
   TaskId Schedule(uint32_t ms, Task fn, bool repeat);
+  void Unlink(const OwnerEntry& entry);
 
   SOUI::SClock& clock_;
-  std::vector<std::shared_ptr<Binding>> bindings_;
+  // Per message, its bindings in binding order; per owner, where its
+  // bindings are (an owner binds a handful of messages), so that binding and
+  // unbinding cost the same with ten or ten thousand owners.
+  std::unordered_map<unsigned, BindingList> by_msg_;
+  std::unordered_map<void*, std::vector<OwnerEntry>> by_owner_;
+  size_t binding_count_ = 0;
   TaskId next_task_ = 1;
   std::map<TaskId, SOUI::SClock::TimerId> tasks_;
 };
