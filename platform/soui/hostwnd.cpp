@@ -409,6 +409,7 @@ void SHostWnd::OnThemeChanged() {
     for (SWindow* c = w->GetWindow(GSW_FIRSTCHILD); c; c = c->GetWindow(GSW_NEXTSIBLING)) notify(c);
   };
   notify(root_.get());
+  SWindow::InvalidateAllMeasures();  // fonts may have changed size
   root_->RequestRelayout();
   OnInvalidate(GetClientRect());
 }

@@ -20,10 +20,12 @@
 namespace SOUI {
 
 namespace internal {
+unsigned g_inherit_epoch = 1;
 unsigned g_measure_epoch = 1;
 }  // namespace internal
 
 using internal::ForEachDescendant;
+using internal::g_inherit_epoch;
 using internal::g_measure_epoch;
 
 // ---- style record -------------------------------------------------------------
@@ -107,8 +109,10 @@ bool SwndStyle::SetAttribute(const SStringW& name, const SStringW& value) {
 }
 
 bool SwndStyle::SetStdAttribute(StdAttr attr, const SStringW& value) {
-  // Fonts and colours are inherited: what descendants resolve may change.
-  ++g_measure_epoch;
+  // Fonts and colours are inherited: what descendants resolve may change,
+  // and a font changes the measured size of every descendant's text.
+  ++g_inherit_epoch;
+  if (attr >= StdAttr::Font && attr <= StdAttr::FontDisable) ++g_measure_epoch;
   switch (attr) {
     case StdAttr::ColorText: return colorText[0].Set(value);
     case StdAttr::ColorTextHover: return colorText[1].Set(value);
@@ -420,7 +424,8 @@ void SWindow::SetContainer(ISwndContainer* container) {
 void SWindow::OnContainerChanged(ISwndContainer* old_container) {
   (void)old_container;
   layout_dirty_ = true;
-  ++g_measure_epoch;
+  ++g_inherit_epoch;
+  desired_cache_.epoch = 0;
 }
 
 SwndStyle& SWindow::GetStyleForWrite() {
@@ -443,7 +448,7 @@ void SWindow::SetWindowText(const SStringW& text_in) {
     capped = text_in.Left(kMaxWindowTextLength);
   }
   const SStringW& text = capped.IsEmpty() ? text_in : capped;
-  ++g_measure_epoch;
+  InvalidateMeasure();
   SApplication* app = SApplication::getSingletonPtr();
   if (!app) {
     text_ = text;
@@ -569,7 +574,8 @@ DWORD SWindow::ModifyState(DWORD add, DWORD remove, BOOL update) {
   const DWORD old = state_;
   state_ = (state_ & ~remove) | add;
   if (state_ != old) {
-    ++g_measure_epoch;  // descendants inherit visibility and enabled state
+    ++g_inherit_epoch;  // descendants inherit visibility and enabled state
+    InvalidateMeasure();  // state fonts, and a hidden child measures nothing
     EventSwndStateChanged evt(this);
     evt.dwOldState = old;
     evt.dwNewState = state_;
@@ -592,7 +598,7 @@ BOOL SWindow::IsVisible(BOOL check_parent) const {
 }
 
 const SWindow::Inherited& SWindow::GetInherited() const {
-  const unsigned epoch = g_measure_epoch;
+  const unsigned epoch = g_inherit_epoch;
   if (inherited_.epoch == epoch) return inherited_;
   // Fill in from the nearest ancestor that is current, downwards, without
   // recursion: one walk up per epoch for the deepest window, O(1) after.

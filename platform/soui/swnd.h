@@ -266,13 +266,18 @@ class SWindow : public SObject {
   // unbounded). Specified sizes and match_parent win; otherwise text and
   // children are measured and margin and padding added, saturating far below
   // INT_MAX. The measured content is kept until something that can change it
-  // happens anywhere (a relayout request, text, state, style or tree change),
-  // so nested content-sized windows are measured once, not once per level.
+  // happens in the window or below it (a relayout request, text, state,
+  // style or tree change) or a font or theme changes, so nested
+  // content-sized windows are measured once, not once per level, and a
+  // change in one window leaves its siblings' measurements alone.
   virtual CSize GetDesiredSize(int width, int height);
   CSize GetDesiredSize(LPCRECT rc_container);
   // Marks this window (and wrap-content ancestors) for layout before the
   // next paint.
   void RequestRelayout();
+  // Makes every window measure its content again (a theme or font change
+  // that no single window reports).
+  static void InvalidateAllMeasures();
   BOOL IsLayoutDirty() const { return layout_dirty_; }
   // Runs pending layout of this subtree now.
   void UpdateLayout();
@@ -409,6 +414,8 @@ class SWindow : public SObject {
   // Takes the focus away when it is on this window or inside it.
   void DropFocusInside();
   void MarkLayoutDirtyUpwards();
+  // Forgets the desired size of this window and of its ancestors.
+  void InvalidateMeasure();
   void ShiftDescendants(int dx, int dy);
   void SetDepth(int depth);
   // What a window inherits from its ancestors, worked out once per epoch.

@@ -6,9 +6,14 @@
 namespace SOUI {
 namespace internal {
 
-// Bumped by every change that can alter a window's content size or what it
-// inherits (state, fonts, the tree, text); desired sizes and inherited state
-// worked out in an older epoch are worked out again.
+// Bumped by every change that can alter what a window inherits (state,
+// fonts, the tree); inherited state worked out in an older epoch is worked
+// out again.
+extern unsigned g_inherit_epoch;
+// Bumped by the rare changes that can alter every window's content size at
+// once (a font set on a window reaches all its descendants, a theme
+// change). Everything else invalidates desired sizes locally, from the
+// window that changed up through its ancestors (SWindow::InvalidateMeasure).
 extern unsigned g_measure_epoch;
 
 // Visits every descendant of root in document order without recursion.

@@ -16,6 +16,7 @@
 namespace SOUI {
 
 using internal::ForEachDescendant;
+using internal::g_inherit_epoch;
 using internal::g_measure_epoch;
 
 // ---- layout -----------------------------------------------------------------------
@@ -127,8 +128,21 @@ CSize SWindow::MeasureTextExtent(const SStringW& text, int max_width, UINT forma
   return CSize(rc.Width(), rc.Height());
 }
 
+void SWindow::InvalidateMeasure() {
+  // Up to the root: a window's desired size depends on its descendants'.
+  // A window still creating its children is measured only after it
+  // requests its own relayout, which climbs from there.
+  for (SWindow* w = this; w; w = w->parent_) {
+    w->desired_cache_.epoch = 0;
+    if (w->building_children_) break;
+  }
+}
+
+void SWindow::InvalidateAllMeasures() { ++g_measure_epoch; }
+
 void SWindow::MarkLayoutDirtyUpwards() {
-  ++g_measure_epoch;
+  ++g_inherit_epoch;  // the tree may have changed
+  InvalidateMeasure();
   layout_dirty_ = true;
   // A content-sized ancestor changes size with us, so its parent must re-lay
   // too. A window still creating its children marks its ancestors itself
@@ -223,7 +237,7 @@ SWindow* SWindow::SwndFromPoint(CPoint pt, BOOL include_msg_transparent) {
 void SWindow::OnScaleChanged(int scale) {
   (void)scale;
   layout_dirty_ = true;
-  ++g_measure_epoch;
+  desired_cache_.epoch = 0;
   for (SWindow* c = first_child_; c; c = c->next_sibling_) c->OnScaleChanged(scale);
 }
 
