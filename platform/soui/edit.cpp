@@ -483,10 +483,16 @@ void SEdit::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
     case VK_END:
       MoveCaret(ctrl ? length_ : PosOf(para, static_cast<int>(paras_[static_cast<size_t>(para)].size())), shift);
       return;
+    case VK_PRIOR:
+    case VK_NEXT:
+      if (!multi_lines_) break;  // a single line leaves page keys to the view around it
+      [[fallthrough]];
     case VK_UP:
     case VK_DOWN: {
       if (!multi_lines_) return;
-      const int target = para + (vk == VK_UP ? -1 : 1);
+      const int step = vk == VK_PRIOR || vk == VK_NEXT ? std::max(1, TextRect().Height() / LineHeight()) : 1;
+      const int target = std::max(0, std::min(para + (vk == VK_UP || vk == VK_PRIOR ? -step : step),
+                                              static_cast<int>(paras_.size()) - 1));
       if (target < 0 || target >= static_cast<int>(paras_.size())) return;
       const CRect rc = TextRect();
       const CPoint pt(rc.left + XOf(para, col) - scroll_x_, rc.top + target * LineHeight() - scroll_y_);

@@ -343,7 +343,15 @@ void SHostWnd::OnKeyEvent(UINT msg, UINT code, UINT flags) {
     }
     return;
   }
-  if (!target) return;
+  if (!target) {
+    // Without a focus, navigation keys scroll whatever view is under the mouse.
+    if (msg == WM_KEYDOWN && hover_ && IsNavigationKey(code)) {
+      for (SWindow* w = hover_; w; w = w->GetParent()) {
+        if (w->OnNavigationKey(code)) break;
+      }
+    }
+    return;
+  }
   target->SwndProc(msg, code, MAKELPARAM(1, flags));
 }
 
@@ -380,6 +388,11 @@ SWindow* SHostWnd::FocusNext(bool backwards) {
     next = backwards ? (cur + order.size() - 1) % order.size() : (cur + 1) % order.size();
   }
   SetFocus(order[next]);
+  // A target scrolled out of sight is brought into view, inner views first.
+  if (SWindow* f = focus_) {
+    UpdateLayout();
+    for (SWindow* w = f->GetParent(); w && focus_ == f; w = w->GetParent()) w->EnsureVisible(f);
+  }
   return focus_;
 }
 

@@ -17,7 +17,11 @@
 //                        handles it
 //   key, char            to the focused window; Tab and Shift+Tab move the
 //                        focus through the focusable windows in tree order
-//                        (wrapping) unless the focused one wants Tab
+//                        (wrapping) unless the focused one wants Tab, and
+//                        scroll the new focus into view; a navigation key
+//                        the focus leaves alone goes to its ancestors'
+//                        OnNavigationKey (see SWindow::OnKeyDown), and
+//                        without a focus to those of the hovered window
 //   input-method text    to the focused window (WM_IME_COMPOSITION)
 // After every mouse event the host asks the window under the mouse (or the
 // capture) for its cursor and tells the backend when it changes.
