@@ -550,6 +550,10 @@ void SHostWnd::SetFocus(SWindow* wnd) {
   UpdateTextInput();
 }
 
+void SHostWnd::OnCaretRect(SWindow* wnd, const CRect& rc) {
+  if (wnd && wnd == focus_ && backend_) backend_->OnTextInputRect(this, rc);
+}
+
 void SHostWnd::OnSwndDestroyed(SWindow* wnd) {
   if (capture_ && IsDescendantOrSelf(capture_, wnd)) capture_ = nullptr;
   if (hover_ && IsDescendantOrSelf(hover_, wnd)) hover_ = nullptr;

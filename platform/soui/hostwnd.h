@@ -58,6 +58,9 @@ class IHostBackend {
   // The focused window does (or no longer does) take typed text, so that a
   // real backend can turn its input method on or off.
   virtual void OnTextInput(SHostWnd* host, bool active) { (void)host; (void)active; }
+  // Where the focused window's text caret is (client coordinates), for the
+  // input method's candidate window.
+  virtual void OnTextInputRect(SHostWnd* host, const CRect& caret) { (void)host; (void)caret; }
 };
 
 // SetWindowPos flags.
@@ -201,6 +204,8 @@ class SHostWnd : public ISwndContainer {
   void SetSwndTimer(SWindow* wnd, int id, UINT ms) override;
   void KillSwndTimer(SWindow* wnd, int id) override;
   void OnSwndDestroyed(SWindow* wnd) override;
+  // Passed to the backend when wnd has the focus.
+  void OnCaretRect(SWindow* wnd, const CRect& rc) override;
   BOOL RegisterTimelineHandler(ITimelineHandler* handler) override;
   BOOL UnregisterTimelineHandler(ITimelineHandler* handler) override;
   STimelineManager& GetTimeline() { return *timeline_; }

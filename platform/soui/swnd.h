@@ -51,6 +51,9 @@ class ISwndContainer : public ITimelineHandlersMgr {
   virtual void KillSwndTimer(SWindow* wnd, int id) = 0;
   // Called by a window being destroyed so that no pointer to it survives.
   virtual void OnSwndDestroyed(SWindow* wnd) = 0;
+  // The text caret of a focused window moved to rc (host coordinates), so
+  // that an input method can show its candidates beside it.
+  virtual void OnCaretRect(SWindow* wnd, const CRect& rc) { (void)wnd; (void)rc; }
 };
 
 // What WM_IME_COMPOSITION's lParam points to.
