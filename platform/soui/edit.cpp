@@ -323,6 +323,11 @@ void SEdit::OnKillFocus() {
   SWindow::OnKillFocus();
 }
 
+void SEdit::OnSize(UINT type, CSize size) {
+  SWindow::OnSize(type, size);
+  EnsureCaretVisible();  // lines re-wrap: the old scroll may show nothing
+}
+
 void SEdit::OnTimer(int id) {
   if (id != kCaretTimerId) return SWindow::OnTimer(id);
   caret_on_ = !caret_on_;

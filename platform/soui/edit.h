@@ -102,6 +102,7 @@ class SEdit : public SWindow {
   void OnSetFocus() override;
   void OnKillFocus() override;
   void OnTimer(int id) override;
+  void OnSize(UINT type, CSize size) override;
 
  protected:
   // Inserts text at the selection after the edit's own rules (read-only,

@@ -67,7 +67,11 @@ const std::wstring& SEdit::Display(int para, std::wstring* buffer) const {
   return *buffer;
 }
 
-int SEdit::WrapWidth() const { return multi_lines_ && !auto_hscroll_ ? std::max(1, TextRect().Width()) : -1; }
+int SEdit::WrapWidth() const {
+  // Not laid out yet: no width to wrap at.
+  const int width = TextRect().Width();
+  return multi_lines_ && !auto_hscroll_ && width > 0 ? width : -1;
+}
 
 const SEdit::ParaLayout& SEdit::Layout(int para) const {
   ParaLayout& lay = layouts_[static_cast<size_t>(para)];
