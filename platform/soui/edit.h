@@ -140,6 +140,7 @@ class SEdit : public SWindow {
     bool measured = false;
   };
   const ParaLayout& Layout(int para) const;
+  const ParaLayout& Layout(int para, int wrap_width) const;
   // The width lines wrap at; -1 when they do not.
   int WrapWidth() const;
   int LineHeight() const;

@@ -73,7 +73,9 @@ int SEdit::WrapWidth() const {
   return multi_lines_ && !auto_hscroll_ && width > 0 ? width : -1;
 }
 
-const SEdit::ParaLayout& SEdit::Layout(int para) const {
+const SEdit::ParaLayout& SEdit::Layout(int para) const { return Layout(para, WrapWidth()); }
+
+const SEdit::ParaLayout& SEdit::Layout(int para, int width) const {
   ParaLayout& lay = layouts_[static_cast<size_t>(para)];
   if (!lay.measured) {
     std::wstring buffer;
@@ -98,7 +100,6 @@ const SEdit::ParaLayout& SEdit::Layout(int para) const {
     lay.measured = true;
     lay.wrap_width = -2;
   }
-  const int width = WrapWidth();
   if (lay.wrap_width != width) {
     lay.starts = WrapLines(lay.ends, lay.breaks, width);
     lay.wrap_width = width;
@@ -157,18 +158,24 @@ void SEdit::CaretLine(int* para, int* line) const {
 }
 
 int SEdit::LineIndex(int para, int line) const {
+  const int width = WrapWidth();
   int index = line;
-  for (int p = 0; p < para; ++p) index += static_cast<int>(Layout(p).starts.size());
+  for (int p = 0; p < para; ++p) index += static_cast<int>(Layout(p, width).starts.size());
   return index;
 }
 
 void SEdit::LineFromIndex(int index, int* para, int* line) const {
+  const int width = WrapWidth();
   const int last = static_cast<int>(paras_.size()) - 1;
   int p = 0;
   index = std::max(index, 0);
-  while (p < last && index >= static_cast<int>(Layout(p).starts.size())) index -= static_cast<int>(Layout(p).starts.size()), ++p;
+  for (; p < last; ++p) {
+    const int lines = static_cast<int>(Layout(p, width).starts.size());
+    if (index < lines) break;
+    index -= lines;
+  }
   *para = p;
-  *line = std::min(index, static_cast<int>(Layout(p).starts.size()) - 1);
+  *line = std::min(index, static_cast<int>(Layout(p, width).starts.size()) - 1);
 }
 
 int SEdit::TotalLines() const { return LineIndex(static_cast<int>(paras_.size()) - 1, 0) + static_cast<int>(Layout(static_cast<int>(paras_.size()) - 1).starts.size()); }
