@@ -301,6 +301,7 @@ void SHostWnd::OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta) 
       for (SWindow* w = target; w; w = w->GetParent()) {
         if (w->SwndProc(WM_MOUSEWHEEL, wp, lp)) break;
       }
+      UpdateHover(pt);  // scrolled content moved under a still mouse
       break;
     }
     case WM_MOUSELEAVE: {

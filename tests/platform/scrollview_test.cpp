@@ -45,11 +45,14 @@ TEST_F(ScrollViewTest, WheelOnAChildScrollsAndClampsAtTheEnds) {
   EXPECT_EQ(sv->GetViewSize(), CSize(190, 1000));
   EXPECT_EQ(sv->GetViewRect(), CRect(0, 0, 190, 200));
   // A notch down over a child (which takes no wheel) is three 16 px lines.
-  gen().MoveMouseTo(50, 50);
+  gen().MoveMouseTo(50, 60);
   gen().MouseWheel(-120);
   EXPECT_EQ(OriginY(sv), 48);
   EXPECT_EQ(Find(L"b1")->GetWindowRect(), CRect(10, 52, 90, 142));
   EXPECT_EQ(CountEvents(EVT_SCROLLVIEW_ORIGINCHANGED), 1);
+  // The mouse did not move, but it is over b1 now and no longer over b0.
+  EXPECT_EQ(host()->GetHover(), Find(L"b1"));
+  EXPECT_FALSE(Find(L"b0")->GetState() & WndState_Hover);
   // Far past either end it stops there and says nothing more.
   for (int i = 0; i < 40; ++i) gen().MouseWheel(-120);
   EXPECT_EQ(OriginY(sv), 800);
