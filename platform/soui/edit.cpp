@@ -391,7 +391,7 @@ void SEdit::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
     case VK_PRIOR:
     case VK_NEXT:
       if (!multi_lines_) break;  // a single line leaves page keys to the view around it
-      MoveLines((vk == VK_PRIOR ? -1 : 1) * std::max(1, TextRect().Height() / LineHeight()), shift);
+      MoveLines((vk == VK_PRIOR ? -1 : 1) * std::max(1, GetChildrenLayoutRect().Height() / LineHeight()), shift);
       return;
     case VK_UP:
     case VK_DOWN:

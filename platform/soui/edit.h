@@ -158,7 +158,6 @@ class SEdit : public SWindow {
   // a line that wraps.
   int ColumnAt(int para, int line, int x, bool* line_end) const;
   int HitTest(CPoint pt, bool* line_end) const;
-  CRect TextRect() const;
   void EnsureCaretVisible();
   void MoveLines(int delta, bool extend);
   void MoveToLineEdge(bool end, bool extend);

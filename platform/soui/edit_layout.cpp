@@ -69,7 +69,7 @@ const std::wstring& SEdit::Display(int para, std::wstring* buffer) const {
 
 int SEdit::WrapWidth() const {
   // Not laid out yet: no width to wrap at.
-  const int width = TextRect().Width();
+  const int width = GetChildrenLayoutRect().Width();
   return multi_lines_ && !auto_hscroll_ && width > 0 ? width : -1;
 }
 
@@ -120,12 +120,6 @@ int SEdit::LineHeight() const {
     line_height_ = std::max<int>(sz.cy, 1);
   }
   return line_height_;
-}
-
-CRect SEdit::TextRect() const {
-  CRect rc = GetClientRect();
-  rc.DeflateRect(style_.GetPadding(GetScale()));
-  return rc;
 }
 
 CSize SEdit::MeasureContent(int width) {
@@ -201,14 +195,14 @@ int SEdit::ColumnAt(int para, int line, int x, bool* line_end) const {
 }
 
 int SEdit::HitTest(CPoint pt, bool* line_end) const {
-  const CRect rc = TextRect();
+  const CRect rc = GetChildrenLayoutRect();
   int para = 0, line = 0;
   if (multi_lines_) LineFromIndex((pt.y - rc.top + scroll_y_) / LineHeight(), &para, &line);
   return PosOf(para, ColumnAt(para, line, pt.x - rc.left + scroll_x_, line_end));
 }
 
 void SEdit::EnsureCaretVisible() {
-  const CRect rc = TextRect();
+  const CRect rc = GetChildrenLayoutRect();
   int para = 0, line = 0, col = 0;
   CaretLine(&para, &line);
   Locate(caret_, &para, &col);
@@ -385,7 +379,7 @@ void SEdit::PaintLine(IRenderTarget* rt, int para, int line, CPoint at, int pos,
 }
 
 void SEdit::OnPaint(IRenderTarget* rt) {
-  const CRect rc = TextRect();
+  const CRect rc = GetChildrenLayoutRect();
   if (rc.IsRectEmpty()) return;
   rt->PushClipRect(&rc);
   const int lh = LineHeight();

@@ -6,19 +6,13 @@
 
 #include <chrono>
 
-#include "soui/edit.h"
-#include "testing/recording_render.h"
-#include "testing/ui_test_base.h"
+#include "edit_test_base.h"
 
 namespace SOUI {
 namespace {
 
-class EditWrapTest : public test::UiTestBase {
+class EditWrapTest : public test::EditTestBase {
  protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    app_->SetMeasureTarget(std::make_unique<RecordingRenderTarget>());
-  }
   SEdit* Make(const wchar_t* text, const wchar_t* attrs = L"") {
     const SStringW xml = SStringW(L"<edit name='e' pos='0,0,60,48' font='size:12' multiLines='1' wantReturn='1' ") +
                          attrs + L"/>";
@@ -28,13 +22,6 @@ class EditWrapTest : public test::UiTestBase {
     e->SetWindowText(text);
     e->SetFocus();
     return e;
-  }
-  void Key(UINT vk, bool ctrl = false, bool shift = false) {
-    if (ctrl) gen().PressKey(VK_CONTROL);
-    if (shift) gen().PressKey(VK_SHIFT);
-    gen().PressAndReleaseKey(vk);
-    if (shift) gen().ReleaseKey(VK_SHIFT);
-    if (ctrl) gen().ReleaseKey(VK_CONTROL);
   }
   long Caret(SEdit* e) {
     long s = 0, t = 0;
