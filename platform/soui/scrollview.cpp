@@ -290,7 +290,7 @@ void SScrollView::PaintChildren(IRenderTarget* rt, const CRect& dirty) {
     const Bar bar = GetBar(vertical);
     if (bar.track.IsRectEmpty() || (bar.track & dirty).IsRectEmpty()) continue;
     const Part thumb = vertical ? Part::kVThumb : Part::kHThumb;
-    PaintBar(rt, bar, vertical, drag_ == thumb || (drag_ == Part::kNone && hot_ == thumb));
+    PaintBar(rt, bar, vertical, drag_ == thumb || (drag_ != thumb && hot_ == thumb));
   }
 }
 
@@ -305,7 +305,7 @@ void SScrollView::PaintBar(IRenderTarget* rt, const Bar& bar, bool vertical, boo
   rt->FillSolidRect(&bar.track, track);
   CRect thumb = bar.thumb;
   if (ISkinObj* skin = sb_skin_.Get(GetScale())) {
-    const int state = drag_ != Part::kNone && hot ? 2 : hot ? 1 : 0;
+    const int state = (drag_ == Part::kVThumb || drag_ == Part::kHThumb) && hot ? 2 : hot ? 1 : 0;
     skin->DrawByIndex(rt, &thumb, state < skin->GetStates() ? state : 0);
     return;
   }
@@ -352,7 +352,6 @@ BOOL SScrollView::OnMouseWheel(UINT flags, short delta, CPoint pt) {
 void SScrollView::OnLButtonDown(UINT flags, CPoint pt) {
   const Part part = PartFromPoint(pt);
   if (part == Part::kNone) return SWindow::OnLButtonDown(flags, pt);
-  const CRect view = GetViewRect();
   if (part == Part::kVThumb || part == Part::kHThumb) {
     drag_ = part;
     drag_start_ = pt;
@@ -360,17 +359,37 @@ void SScrollView::OnLButtonDown(UINT flags, CPoint pt) {
     Invalidate();
     return;
   }
-  // A press on the track pages toward it.
-  if (part == Part::kVTrack) {
-    const int page = std::max(1, view.Height() - GetLineStep());
-    SetViewOrigin(CPoint(origin_.x, origin_.y + (pt.y < GetBar(true).thumb.top ? -page : page)));
-  } else {
-    const int page = std::max(1, view.Width() - GetLineStep());
-    SetViewOrigin(CPoint(origin_.x + (pt.x < GetBar(false).thumb.left ? -page : page), origin_.y));
-  }
+  // A press on the track pages toward it, and again while held.
+  drag_ = part;
+  drag_start_ = pt;
+  PageToward(pt);
+  SetTimer(kRepeatTimerId, kRepeatDelayMs);
+}
+
+void SScrollView::PageToward(CPoint pt) {
+  const bool vertical = drag_ == Part::kVTrack;
+  const CRect view = GetViewRect();
+  const CRect thumb = GetBar(vertical).thumb;
+  const int page = std::max(1, (vertical ? view.Height() : view.Width()) - GetLineStep());
+  // Until the thumb reaches the point.
+  const int dir = vertical ? (pt.y < thumb.top ? -1 : pt.y >= thumb.bottom ? 1 : 0)
+                           : (pt.x < thumb.left ? -1 : pt.x >= thumb.right ? 1 : 0);
+  if (dir == 0) return;
+  SetViewOrigin(vertical ? CPoint(origin_.x, origin_.y + dir * page) : CPoint(origin_.x + dir * page, origin_.y));
+}
+
+void SScrollView::OnTimer(int id) {
+  if (id != kRepeatTimerId) return SWindow::OnTimer(id);
+  if (drag_ != Part::kVTrack && drag_ != Part::kHTrack) return KillTimer(id);
+  PageToward(drag_start_);
+  SetTimer(kRepeatTimerId, kRepeatMs);
 }
 
 void SScrollView::OnMouseMove(UINT flags, CPoint pt) {
+  if (drag_ == Part::kVTrack || drag_ == Part::kHTrack) {
+    drag_start_ = pt;  // the held press follows the mouse along the track
+    return;
+  }
   if (drag_ == Part::kNone) {
     const Part part = PartFromPoint(pt);
     if (part != hot_) {
@@ -392,6 +411,7 @@ void SScrollView::OnMouseMove(UINT flags, CPoint pt) {
 }
 
 void SScrollView::OnLButtonUp(UINT flags, CPoint pt) {
+  KillTimer(kRepeatTimerId);
   if (drag_ != Part::kNone) {
     drag_ = Part::kNone;
     hot_ = PartFromPoint(pt);

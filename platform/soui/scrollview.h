@@ -33,7 +33,8 @@
 //
 // Input: the wheel (3 line steps a notch; Shift scrolls sideways) on the
 // view or on any child that does not use it; dragging a thumb; pressing a
-// track (a page toward the press); keys when the view or a descendant has
+// track (a page toward the press, repeating while held until the thumb
+// reaches the mouse); keys when the view or a descendant has
 // the focus and leaves the key alone: Up/Down/Left/Right a line, Page
 // Up/Down a page, Home/End the top/bottom. Tab into a child out of view
 // scrolls it into view.
@@ -74,6 +75,10 @@ class SScrollView : public SWindow {
   // Content sides are kept below this (pixels), whatever viewSize says.
   static constexpr int kMaxContentSide = 1 << 24;
   static constexpr int kWheelLines = 3;
+  // A track held down pages again after the delay, then at the interval.
+  static constexpr int kRepeatTimerId = 0x5C01;
+  static constexpr UINT kRepeatDelayMs = 400;
+  static constexpr UINT kRepeatMs = 60;
 
   SScrollView();
 
@@ -108,6 +113,7 @@ class SScrollView : public SWindow {
   void OnMouseLeave() override;
   void OnKeyDown(UINT vk, UINT repeat, UINT flags) override;
   BOOL OnNavigationKey(UINT vk) override;
+  void OnTimer(int id) override;
 
  private:
   enum class Axis { kFixed, kFollow, kWrap };
@@ -122,6 +128,8 @@ class SScrollView : public SWindow {
   void ApplyOrigin(CPoint pt);
   Bar GetBar(bool vertical) const;
   Part PartFromPoint(CPoint pt) const;
+  // One page toward pt along the held track, unless the thumb is there.
+  void PageToward(CPoint pt);
   int SbWidth() const;
   void PaintBar(IRenderTarget* rt, const Bar& bar, bool vertical, bool hot);
 
@@ -136,7 +144,7 @@ class SScrollView : public SWindow {
   ThemedColor sb_thumb_color_, sb_track_color_;
   Part drag_ = Part::kNone;
   Part hot_ = Part::kNone;
-  CPoint drag_start_;
+  CPoint drag_start_;  // where a thumb drag started, or where the track is held
   CPoint drag_origin_;
 };
 

@@ -90,6 +90,36 @@ TEST_F(ScrollViewTest, ThumbDragAndTrackPress) {
   gen().MoveMouseTo(195, 2);
   gen().ClickLeftButton();
   EXPECT_EQ(OriginY(sv), 0);
+  // Held, the track pages on until the thumb is under the mouse, then stops.
+  gen().MoveMouseTo(195, 150);
+  gen().PressLeftButton();
+  Advance(SScrollView::kRepeatDelayMs);
+  EXPECT_EQ(OriginY(sv), 368);
+  Advance(10 * SScrollView::kRepeatMs);
+  const int stopped = OriginY(sv);
+  gen().ReleaseLeftButton();
+  Advance(1000);
+  EXPECT_EQ(OriginY(sv), stopped);
+  const CRect thumb(190, 160 * stopped / 800, 200, 160 * stopped / 800 + 40);
+  EXPECT_TRUE(thumb.PtInRect(CPoint(195, 150))) << stopped;
+}
+
+TEST_F(ScrollViewTest, FlatBarsAreDarkOnLightAndLightOnDark) {
+  SScrollView* sv = Make();
+  RecordingRenderTarget light(300, 250);
+  host()->GetRoot()->RedrawRegion(&light, CRect(0, 0, 300, 250));
+  EXPECT_TRUE(light.Contains("FillRoundRect [192,1,198,39] r=(3,3) brush=#00000058")) << light.Dump();
+  sv->SetAttribute(L"colorBkgnd", L"#1F2329", FALSE);
+  RecordingRenderTarget dark(300, 250);
+  host()->GetRoot()->RedrawRegion(&dark, CRect(0, 0, 300, 250));
+  EXPECT_TRUE(dark.Contains("brush=#FFFFFF58")) << dark.Dump();
+  // Hovering the thumb darkens it; an explicit colour wins.
+  gen().MoveMouseTo(195, 20);
+  sv->SetAttribute(L"colorSbTrack", L"#FF0000", FALSE);
+  RecordingRenderTarget hot(300, 250);
+  host()->GetRoot()->RedrawRegion(&hot, CRect(0, 0, 300, 250));
+  EXPECT_TRUE(hot.Contains("brush=#FFFFFF90"));
+  EXPECT_TRUE(hot.Contains("FillSolidRect [190,0,200,200] #FF0000FF"));
 }
 
 TEST_F(ScrollViewTest, ClicksAndHoverFollowTheScrolledChildren) {
