@@ -233,14 +233,14 @@ void SScrollView::ApplyOrigin(CPoint pt) {
 
 void SScrollView::ScrollToRect(const CRect& rc) {
   const CRect view = GetViewRect();
-  CPoint o = origin_;
+  long long x = origin_.x, y = origin_.y;
   // The far edge first, so that the near edge wins for a rect larger than the view.
-  if (rc.right > view.right) o.x += rc.right - view.right;
-  if (rc.bottom > view.bottom) o.y += rc.bottom - view.bottom;
-  const int left = rc.left - (o.x - origin_.x), top = rc.top - (o.y - origin_.y);
-  if (left < view.left) o.x -= view.left - left;
-  if (top < view.top) o.y -= view.top - top;
-  SetViewOrigin(o);
+  if (rc.right > view.right) x += static_cast<long long>(rc.right) - view.right;
+  if (rc.bottom > view.bottom) y += static_cast<long long>(rc.bottom) - view.bottom;
+  const long long left = rc.left - (x - origin_.x), top = rc.top - (y - origin_.y);
+  if (left < view.left) x -= view.left - left;
+  if (top < view.top) y -= view.top - top;
+  SetViewOrigin(CPoint(ClampInt(x, 0, kMaxContentSide), ClampInt(y, 0, kMaxContentSide)));
 }
 
 void SScrollView::EnsureVisible(SWindow* descendant) {

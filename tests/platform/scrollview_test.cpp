@@ -228,6 +228,11 @@ TEST_F(ScrollViewTest, HostileSizesAndPositions) {
   EXPECT_EQ(sv->GetViewOrigin(), CPoint(2000000 - sv->GetViewRect().Width(), 0));
   gen().MoveMouseTo(50, 50);
   gen().MouseWheel(-32768);
+  sv->ScrollToRect(CRect(INT_MIN, INT_MIN, INT_MAX, INT_MAX));
+  sv->ScrollToRect(CRect(INT_MAX - 1, INT_MAX - 1, INT_MAX, INT_MAX));
+  EXPECT_EQ(sv->GetViewOrigin().y, 2000000 - sv->GetViewRect().Height());
+  sv->EnsureVisible(nullptr);
+  sv->EnsureVisible(host()->GetRoot());  // not inside: nothing happens
   sv->SetViewSize(CSize(-7, INT_MAX));
   Layout();
   EXPECT_EQ(sv->GetViewOrigin().x, 0);
