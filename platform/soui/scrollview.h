@@ -31,13 +31,15 @@
 // that axis: a fixed viewSize, or the children's measure for -1 and "wrap".
 // Nothing scrolls on such an axis.
 //
-// Input: the wheel (3 line steps a notch; Shift scrolls sideways) on the
-// view or on any child that does not use it; dragging a thumb; pressing a
-// track (a page toward the press, repeating while held until the thumb
-// reaches the mouse); keys when the view or a descendant has
-// the focus and leaves the key alone: Up/Down/Left/Right a line, Page
-// Up/Down a page, Home/End the top/bottom. Tab into a child out of view
-// scrolls it into view.
+// Input: the wheel (3 line steps of 16dp a notch; Shift, or content no
+// taller than the view, scrolls sideways) on the view or on any child that
+// does not use it, going on to an outer view at an end; dragging a thumb;
+// pressing a track (a page toward the press, repeating while held until
+// the thumb reaches the mouse); keys when the view or a descendant has the
+// focus and leaves the key alone, or nothing has the focus and the mouse is
+// over the view: Up/Down/Left/Right a line, Page Up/Down a view less a
+// line, Home/End the top/bottom. Tab into a child out of view scrolls it
+// into view. Children are always clipped to the view.
 //
 // Events: EventScrollViewOriginChanged whenever the origin changes (by input,
 // API or a relayout that clamps it), EventScrollViewSizeChanged when the
