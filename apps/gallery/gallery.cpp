@@ -76,7 +76,8 @@ SStringW BuildLayout(SApplication& app, bool full_height) {
   // included in place. A window shows kWindowHeight pixels of it; a full
   // height layout sizes the view (and the host) to all the cards.
   std::ostringstream xml;
-  xml << "<SOUI title='QVStandardCtrls gallery' width='1120dp' height='"
+  // The wheel scrolls what is under the mouse, not what has the focus.
+  xml << "<SOUI title='QVStandardCtrls gallery' width='1120dp' sendWheel2Hover='1' height='"
       << (full_height ? -1 : kWindowHeight) << "'>"
          "<root colorBkgnd='@color\\style_gallery\\bg'>"
          "<window name='header' pos='0,0,-0,@56dp' colorBkgnd='#1F2329'>"

@@ -14,7 +14,8 @@
 //   left/right release   to the capture, then capture is released and hover
 //                        re-evaluated at the point
 //   wheel                to the hovered window, then its ancestors until one
-//                        handles it
+//                        handles it; hover is re-evaluated after (content
+//                        may have scrolled under the mouse)
 //   key, char            to the focused window; Tab and Shift+Tab move the
 //                        focus through the focusable windows in tree order
 //                        (wrapping) unless the focused one wants Tab, and
