@@ -27,7 +27,7 @@
 // caret's x, Home/End go to the visual line's ends, Page Up/Down by a view
 // of lines; the view scrolls to keep the caret in sight. Ctrl+Left/Right
 // stop where a word or a run of punctuation starts (pango's word
-// boundaries; each CJK ideograph is a word).
+// boundaries) and between CJK characters (where pango allows a line break).
 //
 // Attributes: multiLines, readOnly, password, passwordChar, number (digits
 // only), maxBuf (characters, default 32767), wantReturn, wantTab, cueText,
