@@ -4,7 +4,7 @@
 // characters, as typed text does; a keystroke should cost its line, not the
 // whole text, so the two figures should be close. main() also types 10,000
 // characters in one run and prints the cost of the first and the last 500
-// keystrokes and their ratio.
+// keystrokes and their ratio. BM_KeystrokeWrapped types paragraphs that wrap.
 #include <benchmark/benchmark.h>
 
 #include <chrono>
@@ -52,6 +52,22 @@ void BM_Keystroke(benchmark::State& state) {
   state.counters["chars"] = t.edit->GetTextLength();
 }
 BENCHMARK(BM_Keystroke)->Arg(0)->Arg(kTotal)->Unit(benchmark::kMicrosecond);
+
+// The same with paragraphs of 300 characters in words, each wrapping to
+// several lines of the 600 px edit: a keystroke re-wraps its paragraph only.
+void BM_KeystrokeWrapped(benchmark::State& state) {
+  Typist t;
+  int i = 0;
+  auto next = [&i] { return ++i % 300 == 0 ? L'\r' : i % 6 == 0 ? L' ' : L'w'; };
+  for (int k = 0; k < state.range(0); ++k) t.host.OnKeyEvent(WM_CHAR, next());
+  t.host.Render();
+  for (auto _ : state) {
+    t.host.OnKeyEvent(WM_CHAR, next());
+    t.host.Render();
+  }
+  state.counters["lines"] = t.edit->GetLineCount();
+}
+BENCHMARK(BM_KeystrokeWrapped)->Arg(0)->Arg(kTotal)->Unit(benchmark::kMicrosecond);
 
 double MicrosPerKey(Typist& t, int keys) {
   const auto start = std::chrono::steady_clock::now();

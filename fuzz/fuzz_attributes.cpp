@@ -29,6 +29,8 @@ const wchar_t* const kNames[] = {
     L"fontDisable", L"colorText", L"colorTextHover", L"colorTextPush", L"colorTextDisable", L"colorBkgnd",
     L"colorBorder", L"align", L"valign", L"dotted", L"multiLines", L"textmode", L"maxwidth", L"cursor",
     L"clipclient", L"accel", L"animate", L"animateStep", L"interHeight", L"src", L"iconIndex", L"dip",
+    L"viewSize", L"viewPos", L"sbWid", L"sbEnable", L"sbSkin", L"colorSbThumb", L"colorSbTrack", L"autoHscroll",
+    L"colorSelBkgnd", L"colorSelText", L"colorImeLine", L"wantReturn",
     // library
     L"qvstyle", L"dragable", L"animation", L"MaxRowCount", L"TabMarginX", L"tabMediate", L"single",
     L"showAdd", L"title", L"img_head", L"btn_tail", L"reddot", L"itemid", L"createAnimator", L"show_tailicon",
@@ -43,7 +45,7 @@ const char* const kValues[] = {
     "1e309", "nan", "12dp", "-4dp", "0x7fffffff",
     // positions and sizes
     "0,0,-0,-0", "0,0,@100,@32", "10,10,@560,@60", "[2,{0,@-1,@-1", "|0,|0,]0,}-1", "%10,%10,%90,%90", "-1,-1",
-    "-2,-2", "4,4,4,4", "4dp,2dp", "-0.5,-0.5", ",,,", "@",
+    "-2,-2", "4,4,4,4", "4dp,2dp", "-0.5,-0.5", ",,,", "@", "-1,wrap", "wrap,wrap", "1000000dp,5",
     // colours and fonts
     "#FF0000", "#12345678", "#xyz", "rgb(1,2,3)", "rgba(1,2,3,4)", "@color\\style_skin_qv_text\\text_rise",
     "@color\\style_skin_qv_tab\\text_selected", "@color\\no_such\\colour", "@string\\no_such",

@@ -16,6 +16,8 @@ namespace {
 
 const std::string kSourceDir = QV_SOURCE_DIR;
 
+constexpr int kWindowHeight = 900;
+
 std::vector<std::string> PageFiles() {
   std::vector<std::string> files;
   const std::string dir = kSourceDir + "/apps/gallery/pages";
@@ -69,17 +71,23 @@ bool LoadTheme(SApplication& app, bool dark) {
   return true;
 }
 
-SStringW BuildLayout(SApplication& app) {
-  // Cards stack under a header; each card is a page layout included in place.
+SStringW BuildLayout(SApplication& app, bool full_height) {
+  // Cards stack in a scroll view under a header; each card is a page layout
+  // included in place. A window shows kWindowHeight pixels of it; a full
+  // height layout sizes the view (and the host) to all the cards.
   std::ostringstream xml;
-  xml << "<SOUI title='QVStandardCtrls gallery' width='1120dp' height='-1'>"
-         "<root colorBkgnd='@color\\style_gallery\\bg' padding='0,0,0,20dp'>"
+  // The wheel scrolls what is under the mouse, not what has the focus.
+  xml << "<SOUI title='QVStandardCtrls gallery' width='1120dp' sendWheel2Hover='1' height='"
+      << (full_height ? -1 : kWindowHeight) << "'>"
+         "<root colorBkgnd='@color\\style_gallery\\bg'>"
          "<window name='header' pos='0,0,-0,@56dp' colorBkgnd='#1F2329'>"
          "<img pos='20dp,|0' offset='0,-0.5' skin='skin_basewnd_img_qvtx'/>"
          "<text pos='[10dp,|0' offset='0,-0.5' font='size:18dp,bold:1' colorText='#FFFFFF'>QVStandardCtrls</text>"
          "<text pos='[12dp,|0' offset='0,-0.5' font='size:13dp' colorText='#A9AEB8'>"
          "controls for the trading desktop · 交易终端控件库</text>"
-         "</window>";
+         "</window>"
+         "<scrollview name='pages' pos='0,[0,-0," << (full_height ? "@-1" : "-0")
+      << "' viewSize='-1,wrap' padding='0,0,0,20dp'>";
   for (const std::string& file : PageFiles()) {
     std::ifstream in(file);
     std::ostringstream content;
@@ -95,7 +103,7 @@ SStringW BuildLayout(SApplication& app) {
            "<include src='LAYOUT:gallery_"
         << stem << "' pos='0,[14dp,-0,@-1'/></window>";
   }
-  xml << "</root></SOUI>";
+  xml << "</scrollview></root></SOUI>";
   return SStringW::FromUtf8(xml.str());
 }
 

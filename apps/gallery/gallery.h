@@ -13,8 +13,10 @@ namespace gallery {
 bool LoadTheme(SOUI::SApplication& app, bool dark);
 
 // Registers every page layout as a resource and returns the gallery's host
-// layout: a header and one card per page.
-SOUI::SStringW BuildLayout(SOUI::SApplication& app);
+// layout: a header and a scroll view ("pages") with one card per page. The
+// host is 900 px tall and scrolls, or with full_height as tall as every
+// card (for rendering the whole gallery to an image).
+SOUI::SStringW BuildLayout(SOUI::SApplication& app, bool full_height);
 
 // Wires the host-side behaviour some pages need (the rise-colour switch of
 // the market page). Run once after the host is built.

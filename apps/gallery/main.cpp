@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
   if (opt.green_rise) GetUserSettings(app).SetBool(50501, false);
 
   SHostWnd host;
-  if (!host.InitFromXmlText(gallery::BuildLayout(app))) return 1;
+  if (!host.InitFromXmlText(gallery::BuildLayout(app, to_png))) return 1;
   gallery::InstallPageBehaviour(host);
 
   if (to_png) {

@@ -647,6 +647,32 @@ IBitmapPtr CairoRenderFactory::LoadBitmapFromFile(const SStringW& path) {
   return s ? std::make_shared<CairoBitmap>(s) : nullptr;
 }
 
+void CairoRenderFactory::TextBreaks(const wchar_t* text, int len, unsigned char* flags) {
+  if (!flags || len < 0) return;
+  if (!text || len == 0) {
+    flags[0] = kBreakCursor;
+    return;
+  }
+  // One UTF-8 character per wide character, NULs and other controls as
+  // spaces (pango stops at a NUL), so attribute i is character i.
+  std::string utf8;
+  utf8.reserve(static_cast<size_t>(len));
+  for (int i = 0; i < len; ++i) {
+    if (static_cast<uint32_t>(text[i]) < 0x20) utf8.push_back(' ');
+    else AppendUtf8(&utf8, text + i, 1, false);
+  }
+  std::vector<PangoLogAttr> attrs(static_cast<size_t>(len) + 1);
+  pango_get_log_attrs(utf8.data(), static_cast<int>(utf8.size()), -1, pango_language_get_default(), attrs.data(),
+                      len + 1);
+  for (int i = 0; i <= len; ++i) {
+    const PangoLogAttr& a = attrs[static_cast<size_t>(i)];
+    flags[i] = static_cast<unsigned char>((a.is_line_break && i > 0 ? kBreakLine : 0) |
+                                          (a.is_word_start ? kBreakWordStart : 0) |
+                                          (a.is_word_end ? kBreakWordEnd : 0) | (a.is_white ? kBreakWhite : 0) |
+                                          (a.is_cursor_position ? kBreakCursor : 0));
+  }
+}
+
 IBitmapPtr CairoRenderFactory::LoadBitmapFromMemory(const void* data, size_t size) {
   if (!data || size == 0) return nullptr;
   struct Reader {

@@ -142,6 +142,8 @@ class CairoRenderFactory : public IRenderFactory {
 
   IBitmapPtr LoadBitmapFromFile(const SStringW& path) override;
   IBitmapPtr LoadBitmapFromMemory(const void* data, size_t size) override;
+  // pango's log attributes (pango_get_log_attrs).
+  void TextBreaks(const wchar_t* text, int len, unsigned char* flags) override;
 
  private:
   std::shared_ptr<TextEngine> text_;

@@ -239,6 +239,15 @@ void SdlBackend::OnTextInput(SHostWnd* host, bool active) {
   }
 }
 
+void SdlBackend::OnTextInputRect(SHostWnd* host, const CRect& caret) {
+  Native* n = Find(host);
+  if (!n || !n->window) return;
+  // SDL wants the rectangle relative to its focused window: its input-method
+  // bridges (IBus, Fcitx, XIM) add the window's screen position themselves.
+  SDL_Rect rc{caret.left, caret.top, std::max<int>(1, caret.Width()), std::max<int>(1, caret.Height())};
+  SDL_SetTextInputRect(&rc);
+}
+
 void SdlBackend::Present(Native& n) {
   SDL_SetRenderDrawColor(n.renderer, 0, 0, 0, 255);
   SDL_RenderClear(n.renderer);

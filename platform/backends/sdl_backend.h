@@ -53,6 +53,9 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
   void OnCursor(SOUI::SHostWnd* host, const SOUI::SStringW& name) override;
   // SDL_StartTextInput / SDL_StopTextInput as an edit gains or loses focus.
   void OnTextInput(SOUI::SHostWnd* host, bool active) override;
+  // SDL_SetTextInputRect at the caret, so that the candidate window of the
+  // input method opens beside it.
+  void OnTextInputRect(SOUI::SHostWnd* host, const SOUI::CRect& caret) override;
 
   // Makes the application's nested loops pump SDL events, makes this the
   // backend of every host created afterwards and the system clipboard the

@@ -1,7 +1,7 @@
 // SEdit implementation.
 //
-// Sections: construction and attributes · text model · editing · input ·
-// painting.
+// Sections: construction and attributes · text model · editing · input.
+// Measuring, wrapping, hit testing and painting are in edit_layout.cpp.
 #include "soui/edit.h"
 
 #include <algorithm>
@@ -10,8 +10,6 @@
 
 namespace SOUI {
 namespace {
-
-bool IsWordChar(wchar_t c) { return c != L' ' && c != L'\t' && c != L'\n'; }
 
 BOOL ParseIntFlag(const SStringW& v) {
   int n = 0;
@@ -41,6 +39,11 @@ HRESULT SEdit::SetAttribute(const SStringW& name, const SStringW& value, BOOL lo
   else if (is(L"wantReturn")) want_return_ = ParseIntFlag(value);
   else if (is(L"wantTab")) want_tab_ = ParseIntFlag(value);
   else if (is(L"vcenter")) vcenter_ = ParseIntFlag(value);
+  else if (is(L"autoHscroll")) auto_hscroll_ = ParseIntFlag(value);
+  else if (is(L"colorSelBkgnd") || is(L"colorSelText") || is(L"colorImeLine")) {
+    ThemedColor& c = is(L"colorSelBkgnd") ? sel_bkgnd_ : is(L"colorSelText") ? sel_text_ : ime_line_;
+    if (!c.Set(value)) return E_FAIL;
+  }
   else if (is(L"maxBuf")) {
     int n = 0;
     StrToIntExW(value, STIF_SUPPORT_HEX, &n);
@@ -50,11 +53,14 @@ HRESULT SEdit::SetAttribute(const SStringW& name, const SStringW& value, BOOL lo
     cue_text_ = app ? app->GetResProvider().ResolveString(value) : value;
   } else if (is(L"cueColor")) {
     if (!cue_color_.Set(value)) return E_FAIL;
-  } else if (is(L"autoHscroll") || is(L"autoVscroll") || is(L"transparent")) {
+  } else if (is(L"autoVscroll") || is(L"transparent")) {
     // Scrolling follows the caret always; the background is the window's.
   } else {
     const HRESULT hr = SWindow::SetAttribute(name, value, loading);
-    if (is(L"font")) std::fill(measured_.begin(), measured_.end(), false), line_height_ = 0;
+    if (is(L"font")) {
+      for (ParaLayout& lay : layouts_) lay.measured = false;
+      line_height_ = 0;
+    }
     return hr;
   }
   return AfterAttribute(name, value, loading, S_OK);
@@ -93,121 +99,6 @@ void SEdit::SetWindowText(const SStringW& text) {
   caret_ = anchor_ = 0;
   scroll_x_ = scroll_y_ = 0;
   Notify(EN_CHANGE);
-}
-
-void SEdit::Locate(int pos, int* para, int* col) const {
-  pos = std::max(0, std::min(pos, length_));
-  int p = 0;
-  while (p + 1 < static_cast<int>(paras_.size()) && pos > static_cast<int>(paras_[static_cast<size_t>(p)].size())) {
-    pos -= static_cast<int>(paras_[static_cast<size_t>(p)].size()) + 1;
-    ++p;
-  }
-  *para = p;
-  *col = pos;
-}
-
-int SEdit::PosOf(int para, int col) const {
-  int pos = 0;
-  for (int p = 0; p < para; ++p) pos += static_cast<int>(paras_[static_cast<size_t>(p)].size()) + 1;
-  return pos + col;
-}
-
-std::wstring SEdit::Display(int para) const {
-  const std::wstring& t = paras_[static_cast<size_t>(para)];
-  return password_ ? std::wstring(t.size(), password_char_) : t;
-}
-
-const std::vector<int>& SEdit::Extents(int para) const {
-  const size_t i = static_cast<size_t>(para);
-  if (!measured_[i]) {
-    std::vector<int>& ends = extents_[i];
-    const std::wstring text = Display(para);
-    ends.assign(text.size(), 0);
-    SApplication* app = SApplication::getSingletonPtr();
-    IRenderTarget* rt = app ? app->GetMeasureTarget() : nullptr;
-    if (rt && !text.empty()) {
-      IFontPtr old = rt->SelectFont(GetPaintFont(rt));
-      rt->MeasureCharExtents(text.c_str(), static_cast<int>(text.size()), ends.data());
-      rt->SelectFont(old);
-    }
-    measured_[i] = true;
-  }
-  return extents_[i];
-}
-
-int SEdit::LineHeight() const {
-  if (line_height_ <= 0) {
-    SApplication* app = SApplication::getSingletonPtr();
-    IRenderTarget* rt = app ? app->GetMeasureTarget() : nullptr;
-    SIZE sz{0, 12};
-    if (rt) {
-      IFontPtr old = rt->SelectFont(GetPaintFont(rt));
-      rt->MeasureText(L"A", 1, &sz);
-      rt->SelectFont(old);
-    }
-    line_height_ = std::max<int>(sz.cy, 1);
-  }
-  return line_height_;
-}
-
-int SEdit::XOf(int para, int col) const {
-  const std::vector<int>& e = Extents(para);
-  if (col <= 0 || e.empty()) return 0;
-  return e[static_cast<size_t>(std::min<int>(col, static_cast<int>(e.size())) - 1)];
-}
-
-CRect SEdit::TextRect() const {
-  CRect rc = GetClientRect();
-  rc.DeflateRect(style_->GetPadding(GetScale()));
-  return rc;
-}
-
-int SEdit::HitTest(CPoint pt) const {
-  const CRect rc = TextRect();
-  int para = 0;
-  if (multi_lines_) {
-    para = (pt.y - rc.top + scroll_y_) / LineHeight();
-    para = std::max(0, std::min(para, static_cast<int>(paras_.size()) - 1));
-  }
-  const int x = pt.x - rc.left + scroll_x_;
-  const std::vector<int>& e = Extents(para);
-  // The nearest boundary: before character i when x is left of its middle.
-  int col = 0;
-  const int n = static_cast<int>(e.size());
-  while (col < n) {
-    const int left = col ? e[static_cast<size_t>(col - 1)] : 0;
-    if (x < (left + e[static_cast<size_t>(col)] + 1) / 2) break;
-    ++col;
-  }
-  return PosOf(para, col);
-}
-
-void SEdit::EnsureCaretVisible() {
-  const CRect rc = TextRect();
-  int para = 0, col = 0;
-  Locate(caret_, &para, &col);
-  const int x = XOf(para, col);
-  if (x < scroll_x_) scroll_x_ = std::max(0, x - rc.Width() / 4);
-  else if (x >= scroll_x_ + rc.Width()) scroll_x_ = x - rc.Width() + 1;
-  if (multi_lines_) {
-    const int top = para * LineHeight(), bottom = top + LineHeight();
-    if (top < scroll_y_) scroll_y_ = top;
-    else if (bottom > scroll_y_ + rc.Height()) scroll_y_ = bottom - rc.Height();
-  }
-}
-
-int SEdit::WordStart(int pos) const {
-  const SStringW text = GetWindowText();
-  while (pos > 0 && !IsWordChar(text[pos - 1])) --pos;
-  while (pos > 0 && IsWordChar(text[pos - 1])) --pos;
-  return pos;
-}
-
-int SEdit::WordEnd(int pos) const {
-  const SStringW text = GetWindowText();
-  while (pos < length_ && IsWordChar(text[pos])) ++pos;
-  while (pos < length_ && !IsWordChar(text[pos])) ++pos;
-  return pos;
 }
 
 // ---- editing ------------------------------------------------------------------------
@@ -271,13 +162,13 @@ void SEdit::ApplyReplace(int start, int end, const std::wstring& text) {
   // Only the paragraphs touched are replaced and re-measured.
   const auto first = static_cast<std::ptrdiff_t>(p0), last = static_cast<std::ptrdiff_t>(p1) + 1;
   paras_.erase(paras_.begin() + first, paras_.begin() + last);
-  extents_.erase(extents_.begin() + first, extents_.begin() + last);
-  measured_.erase(measured_.begin() + first, measured_.begin() + last);
+  layouts_.erase(layouts_.begin() + first, layouts_.begin() + last);
   paras_.insert(paras_.begin() + first, lines.begin(), lines.end());
-  extents_.insert(extents_.begin() + first, lines.size(), std::vector<int>());
-  measured_.insert(measured_.begin() + first, lines.size(), false);
+  layouts_.insert(layouts_.begin() + first, lines.size(), ParaLayout());
   length_ += static_cast<int>(text.size()) - (end - start);
   joined_valid_ = false;
+  caret_line_end_ = false;
+  goal_x_ = -1;
   if (layout_param_.IsWrapContent(Orientation::Horz) || layout_param_.IsWrapContent(Orientation::Vert)) {
     RequestRelayout();
   }
@@ -333,6 +224,7 @@ void SEdit::SetSel(long start, long end) {
   auto clamp = [this](long v) { return static_cast<int>(v < 0 || v > length_ ? length_ : v); };
   anchor_ = clamp(start);
   caret_ = clamp(end);
+  caret_line_end_ = false;
   EnsureCaretVisible();
   ShowCaretNow();
   Invalidate();
@@ -399,8 +291,10 @@ void SEdit::Paste() {
 
 // ---- input --------------------------------------------------------------------------
 
-void SEdit::MoveCaret(int pos, bool extend) {
+void SEdit::MoveCaret(int pos, bool extend, bool line_end) {
   caret_ = std::max(0, std::min(pos, length_));
+  caret_line_end_ = line_end;
+  goal_x_ = -1;
   if (!extend) anchor_ = caret_;
   if (!undo_.empty()) undo_.back().typing = false;  // typing elsewhere is a new step
   EnsureCaretVisible();
@@ -417,6 +311,7 @@ void SEdit::ShowCaretNow() {
 void SEdit::OnSetFocus() {
   SWindow::OnSetFocus();
   ShowCaretNow();
+  EnsureCaretVisible();  // also tells the host where the caret is
 }
 
 void SEdit::OnKillFocus() {
@@ -425,6 +320,11 @@ void SEdit::OnKillFocus() {
   dragging_ = false;
   composition_.Empty();
   SWindow::OnKillFocus();
+}
+
+void SEdit::OnSize(UINT type, CSize size) {
+  SWindow::OnSize(type, size);
+  EnsureCaretVisible();  // lines re-wrap: the old scroll may show nothing
 }
 
 void SEdit::OnTimer(int id) {
@@ -437,16 +337,16 @@ void SEdit::OnLButtonDown(UINT flags, CPoint pt) {
   SetFocus();
   SetCapture();
   dragging_ = true;
-  MoveCaret(HitTest(pt), (flags & MK_SHIFT) != 0);
+  bool line_end = false;
+  const int pos = HitTest(pt, &line_end);
+  MoveCaret(pos, (flags & MK_SHIFT) != 0, line_end);
 }
 
 void SEdit::OnLButtonDblClk(UINT flags, CPoint pt) {
   (void)flags;
-  const int pos = HitTest(pt);
-  const SStringW text = GetWindowText();
-  int s = pos, e = pos;
-  while (s > 0 && IsWordChar(text[s - 1])) --s;
-  while (e < length_ && IsWordChar(text[e])) ++e;
+  bool line_end = false;
+  int s = 0, e = 0;
+  WordAt(HitTest(pt, &line_end), &s, &e);
   anchor_ = s;
   MoveCaret(e, true);
   dragging_ = false;
@@ -460,15 +360,16 @@ void SEdit::OnLButtonUp(UINT flags, CPoint pt) {
 }
 
 void SEdit::OnMouseMove(UINT flags, CPoint pt) {
-  if (dragging_ && (flags & MK_LBUTTON)) MoveCaret(HitTest(pt), true);
+  if (!dragging_ || !(flags & MK_LBUTTON)) return;
+  bool line_end = false;
+  const int pos = HitTest(pt, &line_end);
+  MoveCaret(pos, true, line_end);
 }
 
 void SEdit::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
   const bool ctrl = GetKeyState(VK_CONTROL) < 0, shift = GetKeyState(VK_SHIFT) < 0;
   long s = 0, e = 0;
   GetSel(s, e);
-  int para = 0, col = 0;
-  Locate(caret_, &para, &col);
   switch (vk) {
     case VK_LEFT:
       if (!shift && s != e && !ctrl) MoveCaret(static_cast<int>(s), false);
@@ -478,22 +379,23 @@ void SEdit::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
       if (!shift && s != e && !ctrl) MoveCaret(static_cast<int>(e), false);
       else MoveCaret(ctrl ? WordEnd(caret_) : caret_ + 1, shift);
       return;
-    case VK_HOME: MoveCaret(ctrl ? 0 : PosOf(para, 0), shift); return;
+    case VK_HOME:
+      if (ctrl) MoveCaret(0, shift);
+      else MoveToLineEdge(false, shift);
+      return;
     case VK_END:
-      MoveCaret(ctrl ? length_ : PosOf(para, static_cast<int>(paras_[static_cast<size_t>(para)].size())), shift);
+      if (ctrl) MoveCaret(length_, shift);
+      else MoveToLineEdge(true, shift);
+      return;
+    case VK_PRIOR:
+    case VK_NEXT:
+      if (!multi_lines_) break;  // a single line leaves page keys to the view around it
+      MoveLines((vk == VK_PRIOR ? -1 : 1) * std::max(1, GetChildrenLayoutRect().Height() / LineHeight()), shift);
       return;
     case VK_UP:
-    case VK_DOWN: {
-      if (!multi_lines_) return;
-      const int target = para + (vk == VK_UP ? -1 : 1);
-      if (target < 0 || target >= static_cast<int>(paras_.size())) return;
-      const CRect rc = TextRect();
-      const CPoint pt(rc.left + XOf(para, col) - scroll_x_, rc.top + target * LineHeight() - scroll_y_);
-      int tp = 0, tc = 0;
-      Locate(HitTest(pt), &tp, &tc);
-      MoveCaret(PosOf(target, tc), shift);
+    case VK_DOWN:
+      if (multi_lines_) MoveLines(vk == VK_UP ? -1 : 1, shift);
       return;
-    }
     case VK_DELETE:
       if (read_only_) return;
       if (s != e) Replace(static_cast<int>(s), static_cast<int>(e), L"", true, false);
@@ -570,79 +472,6 @@ BOOL SEdit::ProcessSwndMessage(UINT msg, WPARAM wp, LPARAM lp, LRESULT& result) 
     default:
       return SWindow::ProcessSwndMessage(msg, wp, lp, result);
   }
-}
-
-// ---- painting -------------------------------------------------------------------------
-
-CSize SEdit::MeasureContent(int width) {
-  (void)width;
-  const int lines = multi_lines_ ? static_cast<int>(paras_.size()) : 1;
-  return CSize(0, LineHeight() * lines);
-}
-
-void SEdit::OnPaint(IRenderTarget* rt) {
-  const CRect rc = TextRect();
-  if (rc.IsRectEmpty()) return;
-  rt->PushClipRect(&rc);
-  const int lh = LineHeight();
-  int top = rc.top - scroll_y_;
-  if (!multi_lines_ && vcenter_) top = rc.top + (rc.Height() - lh) / 2;
-  const COLORREF color = GetPaintTextColor();
-  if (length_ == 0 && composition_.IsEmpty() && !cue_text_.IsEmpty()) {
-    const COLORREF cue = cue_color_.IsSet() ? cue_color_.Get() : RGBA(0x99, 0x99, 0x99, 0xFF);
-    const COLORREF old = rt->SetTextColor(cue);
-    rt->TextOut(rc.left, top, cue_text_, cue_text_.GetLength());
-    rt->SetTextColor(old);
-  }
-  long s = 0, e = 0;
-  GetSel(s, e);
-  int first = multi_lines_ ? std::max(0, scroll_y_ / lh) : 0;
-  int pos = PosOf(first, 0);
-  for (int p = first; p < static_cast<int>(paras_.size()); ++p) {
-    const int y = top + p * lh;
-    if (y >= rc.bottom) break;
-    const int len = static_cast<int>(paras_[static_cast<size_t>(p)].size());
-    // The selection behind the text.
-    const int ss = std::max<long>(s, pos) - pos, se = std::min<long>(e, pos + len) - pos;
-    if (se > ss || (s < pos + len + 1 && e > pos + len && p + 1 < static_cast<int>(paras_.size()) && s <= pos + len)) {
-      const int x0 = rc.left - scroll_x_ + XOf(p, std::max(ss, 0));
-      const int x1 = rc.left - scroll_x_ + XOf(p, std::max(se, 0)) + (e > pos + len ? lh / 3 : 0);
-      const CRect sel(x0, y, std::max(x1, x0), y + lh);
-      if (!sel.IsRectEmpty()) rt->FillSolidRect(&sel, RGBA(0xAD, 0xD6, 0xFF, 0xFF));
-    }
-    const std::wstring text = Display(p);
-    if (!text.empty()) {
-      const COLORREF old = rt->SetTextColor(color);
-      rt->TextOut(rc.left - scroll_x_, y, text.c_str(), len);
-      rt->SetTextColor(old);
-    }
-    pos += len + 1;
-    if (!multi_lines_) break;
-  }
-  int cp = 0, cc = 0;
-  Locate(caret_, &cp, &cc);
-  const int cx = rc.left - scroll_x_ + XOf(cp, cc);
-  const int cy = multi_lines_ ? top + cp * lh : top;
-  int caret_x = cx;
-  if (!composition_.IsEmpty()) {
-    // The composition sits at the caret, underlined, over what follows.
-    SIZE sz{0, 0};
-    rt->MeasureText(composition_, composition_.GetLength(), &sz);
-    const CRect back(cx, cy, cx + sz.cx, cy + lh);
-    const COLORREF bk = style_->colorBkgnd.Get();
-    rt->FillSolidRect(&back, bk != CR_INVALID ? bk : RGBA(0xFF, 0xFF, 0xFF, 0xFF));
-    const COLORREF old = rt->SetTextColor(color);
-    rt->TextOut(cx, cy, composition_, composition_.GetLength());
-    rt->SetTextColor(old);
-    const CRect underline(cx, cy + lh - 1, cx + sz.cx, cy + lh);
-    rt->FillSolidRect(&underline, color);
-    caret_x = cx + sz.cx;
-  }
-  if (caret_on_ && IsFocused()) {
-    const CRect caret(caret_x, cy, caret_x + 1, cy + lh);
-    rt->FillSolidRect(&caret, color);
-  }
-  rt->PopClip();
 }
 
 }  // namespace SOUI

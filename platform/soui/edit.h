@@ -18,9 +18,28 @@
 // "on_re_notify") with iNotify EN_CHANGE; an insertion cut by maxBuf also
 // fires one with EN_MAXTEXT.
 //
+// Multi-line text wraps to the control's width (autoHscroll="1" turns that
+// off and scrolls sideways instead): lines break where pango's line
+// breaking allows (after spaces, between CJK characters), a word wider than
+// the line breaks between characters, and white space at a line's end hangs
+// past the edge. Each paragraph keeps its wrapped lines with its measure,
+// so typing re-wraps one paragraph. Up/Down move by visual line keeping the
+// caret's x, Home/End go to the visual line's ends, Page Up/Down by a view
+// of lines; the view scrolls to keep the caret in sight. Ctrl+Left/Right
+// stop where a word or a run of punctuation starts (pango's word
+// boundaries) and between CJK characters (where pango allows a line break).
+//
 // Attributes: multiLines, readOnly, password, passwordChar, number (digits
 // only), maxBuf (characters, default 32767), wantReturn, wantTab, cueText,
-// cueColor, vcenter. The cursor defaults to "ibeam".
+// cueColor, vcenter, autoHscroll. Colours (values or theme references):
+//   colorSelBkgnd  selection background; default translucent blue, which
+//                  reads on light and dark backgrounds alike
+//   colorSelText   selected text; default the text colour
+//   colorImeLine   the input-method composition's underline; default the
+//                  text colour
+// The cursor defaults to "ibeam". While focused, the edit tells the host
+// where its caret is (ISwndContainer::OnCaretRect), so that a real window can
+// place the input method's candidate list next to it.
 #pragma once
 
 #include <string>
@@ -63,6 +82,8 @@ class SEdit : public SWindow {
   void SelectAll() { SetSel(0, -1); }
   BOOL IsCaretShown() const { return caret_on_; }
   const SStringW& GetComposition() const { return composition_; }
+  // Visual lines (wrapped lines of every paragraph) at the current width.
+  int GetLineCount() const { return TotalLines(); }
   // The first visible pixel column (single-line) or row (multi-line).
   int GetScrollX() const { return scroll_x_; }
   int GetScrollY() const { return scroll_y_; }
@@ -81,6 +102,7 @@ class SEdit : public SWindow {
   void OnSetFocus() override;
   void OnKillFocus() override;
   void OnTimer(int id) override;
+  void OnSize(UINT type, CSize size) override;
 
  protected:
   // Inserts text at the selection after the edit's own rules (read-only,
@@ -103,27 +125,58 @@ class SEdit : public SWindow {
   void ApplyReplace(int start, int end, const std::wstring& text);
   std::wstring TextRange(int start, int end) const;
   void Notify(UINT code);
-  void MoveCaret(int pos, bool extend);
+  void MoveCaret(int pos, bool extend, bool line_end = false);
   void ShowCaretNow();
   // Paragraph index and column of a position.
   void Locate(int pos, int* para, int* col) const;
   int PosOf(int para, int col) const;
-  const std::vector<int>& Extents(int para) const;
+  // One paragraph's measure, break flags and wrapped lines, kept until the
+  // paragraph, the font or the wrap width changes.
+  struct ParaLayout {
+    std::vector<int> ends;              // x after each character
+    std::vector<unsigned char> breaks;  // TextBreak flags, one per position
+    std::vector<int> starts{0};         // first column of each visual line
+    int wrap_width = -1;
+    bool measured = false;
+  };
+  const ParaLayout& Layout(int para) const;
+  const ParaLayout& Layout(int para, int wrap_width) const;
+  // The width lines wrap at; -1 when they do not.
+  int WrapWidth() const;
   int LineHeight() const;
-  int XOf(int para, int col) const;
-  int HitTest(CPoint pt) const;
-  CRect TextRect() const;
+  // End column of a visual line (the next line's start, or the length).
+  int LineEnd(int para, int line) const;
+  // x of a column relative to its visual line's start.
+  int LineX(int para, int line, int col) const;
+  // The caret's visual line (a caret at a wrap point shows at the end of
+  // the upper line after End or a click past it).
+  void CaretLine(int* para, int* line) const;
+  int LineIndex(int para, int line) const;
+  void LineFromIndex(int index, int* para, int* line) const;
+  int TotalLines() const;
+  // The column nearest x on a visual line; *line_end when it is the end of
+  // a line that wraps.
+  int ColumnAt(int para, int line, int x, bool* line_end) const;
+  int HitTest(CPoint pt, bool* line_end) const;
   void EnsureCaretVisible();
+  void MoveLines(int delta, bool extend);
+  void MoveToLineEdge(bool end, bool extend);
+  // Word stops: where a word or a run of punctuation starts.
   int WordStart(int pos) const;
   int WordEnd(int pos) const;
-  std::wstring Display(int para) const;
+  void WordAt(int pos, int* start, int* end) const;
+  const std::wstring& Display(int para, std::wstring* buffer) const;
+  COLORREF BackgroundColor() const;
+  void PaintLine(IRenderTarget* rt, int para, int line, CPoint at, int pos, const std::wstring& text) const;
+  void ReportCaret(const CRect& caret);
 
   std::vector<std::wstring> paras_{std::wstring()};
-  mutable std::vector<std::vector<int>> extents_{std::vector<int>()};
-  mutable std::vector<bool> measured_{false};
+  mutable std::vector<ParaLayout> layouts_{ParaLayout()};
   mutable int line_height_ = 0;
   int length_ = 0;
   int caret_ = 0, anchor_ = 0;
+  bool caret_line_end_ = false;
+  int goal_x_ = -1;  // the x Up/Down keep, -1 when a new move starts
   int scroll_x_ = 0, scroll_y_ = 0;
   bool caret_on_ = false;
   bool dragging_ = false;
@@ -140,6 +193,8 @@ class SEdit : public SWindow {
   BOOL want_return_ = FALSE;
   BOOL want_tab_ = FALSE;
   BOOL vcenter_ = FALSE;
+  BOOL auto_hscroll_ = FALSE;
+  ThemedColor sel_bkgnd_, sel_text_, ime_line_;
   int max_buf_ = kDefaultMaxBuf;
   SStringW cue_text_;
   ThemedColor cue_color_;

@@ -301,6 +301,7 @@ void SHostWnd::OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta) 
       for (SWindow* w = target; w; w = w->GetParent()) {
         if (w->SwndProc(WM_MOUSEWHEEL, wp, lp)) break;
       }
+      UpdateHover(pt);  // scrolled content moved under a still mouse
       break;
     }
     case WM_MOUSELEAVE: {
@@ -343,7 +344,15 @@ void SHostWnd::OnKeyEvent(UINT msg, UINT code, UINT flags) {
     }
     return;
   }
-  if (!target) return;
+  if (!target) {
+    // Without a focus, navigation keys scroll whatever view is under the mouse.
+    if (msg == WM_KEYDOWN && hover_ && IsNavigationKey(code)) {
+      for (SWindow* w = hover_; w; w = w->GetParent()) {
+        if (w->OnNavigationKey(code)) break;
+      }
+    }
+    return;
+  }
   target->SwndProc(msg, code, MAKELPARAM(1, flags));
 }
 
@@ -380,6 +389,11 @@ SWindow* SHostWnd::FocusNext(bool backwards) {
     next = backwards ? (cur + order.size() - 1) % order.size() : (cur + 1) % order.size();
   }
   SetFocus(order[next]);
+  // A target scrolled out of sight is brought into view, inner views first.
+  if (SWindow* f = focus_) {
+    UpdateLayout();
+    for (SWindow* w = f->GetParent(); w && focus_ == f; w = w->GetParent()) w->EnsureVisible(f);
+  }
   return focus_;
 }
 
@@ -536,6 +550,10 @@ void SHostWnd::SetFocus(SWindow* wnd) {
   if (old) old->SwndProc(WM_KILLFOCUS, 0, 0);
   if (focus_ == wnd && wnd) wnd->SwndProc(WM_SETFOCUS, 0, 0);
   UpdateTextInput();
+}
+
+void SHostWnd::OnCaretRect(SWindow* wnd, const CRect& rc) {
+  if (wnd && wnd == focus_ && backend_) backend_->OnTextInputRect(this, rc);
 }
 
 void SHostWnd::OnSwndDestroyed(SWindow* wnd) {

@@ -14,10 +14,15 @@
 //   left/right release   to the capture, then capture is released and hover
 //                        re-evaluated at the point
 //   wheel                to the hovered window, then its ancestors until one
-//                        handles it
+//                        handles it; hover is re-evaluated after (content
+//                        may have scrolled under the mouse)
 //   key, char            to the focused window; Tab and Shift+Tab move the
 //                        focus through the focusable windows in tree order
-//                        (wrapping) unless the focused one wants Tab
+//                        (wrapping) unless the focused one wants Tab, and
+//                        scroll the new focus into view; a navigation key
+//                        the focus leaves alone goes to its ancestors'
+//                        OnNavigationKey (see SWindow::OnKeyDown), and
+//                        without a focus to those of the hovered window
 //   input-method text    to the focused window (WM_IME_COMPOSITION)
 // After every mouse event the host asks the window under the mouse (or the
 // capture) for its cursor and tells the backend when it changes.
@@ -54,6 +59,9 @@ class IHostBackend {
   // The focused window does (or no longer does) take typed text, so that a
   // real backend can turn its input method on or off.
   virtual void OnTextInput(SHostWnd* host, bool active) { (void)host; (void)active; }
+  // Where the focused window's text caret is (client coordinates), for the
+  // input method's candidate window.
+  virtual void OnTextInputRect(SHostWnd* host, const CRect& caret) { (void)host; (void)caret; }
 };
 
 // SetWindowPos flags.
@@ -197,6 +205,8 @@ class SHostWnd : public ISwndContainer {
   void SetSwndTimer(SWindow* wnd, int id, UINT ms) override;
   void KillSwndTimer(SWindow* wnd, int id) override;
   void OnSwndDestroyed(SWindow* wnd) override;
+  // Passed to the backend when wnd has the focus.
+  void OnCaretRect(SWindow* wnd, const CRect& rc) override;
   BOOL RegisterTimelineHandler(ITimelineHandler* handler) override;
   BOOL UnregisterTimelineHandler(ITimelineHandler* handler) override;
   STimelineManager& GetTimeline() { return *timeline_; }

@@ -200,10 +200,26 @@ class IRenderTarget {
   }
 };
 
+// Text boundaries at each position of a paragraph (TextBreaks fills one
+// byte per position 0..len, so len + 1 of them; position i is just before
+// character i).
+enum TextBreak : unsigned char {
+  kBreakLine = 1,     // a wrapped line may start here
+  kBreakWordStart = 2,
+  kBreakWordEnd = 4,
+  kBreakWhite = 8,    // the character here is white space
+  kBreakCursor = 16,  // a caret may stand here (not inside a cluster)
+};
+
 // Creates render targets and decodes images; one per application.
 class IRenderFactory {
  public:
   virtual ~IRenderFactory() = default;
+  // Line, word and caret boundaries of a paragraph (no line breaks in it)
+  // by the Unicode rules: words end at punctuation, CJK ideographs are
+  // words and lines of their own. flags must hold len + 1 entries. The
+  // default knows only spaces; the cairo backend asks pango.
+  virtual void TextBreaks(const wchar_t* text, int len, unsigned char* flags);
   virtual std::unique_ptr<IRenderTarget> CreateRenderTarget(int width, int height) = 0;
   // Null when the file is missing or not a PNG.
   virtual IBitmapPtr LoadBitmapFromFile(const SStringW& path) = 0;

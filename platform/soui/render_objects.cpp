@@ -56,4 +56,17 @@ void IRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* ends) 
   }
 }
 
+void IRenderFactory::TextBreaks(const wchar_t* text, int len, unsigned char* flags) {
+  auto white = [&](int i) { return i < len && (text[i] == L' ' || text[i] == L'\t' || text[i] == 0x3000); };
+  for (int i = 0; i <= len; ++i) {
+    unsigned char f = kBreakCursor;
+    const bool w = white(i), prev_w = i == 0 || white(i - 1);
+    if (w) f |= kBreakWhite;
+    if (i > 0 && prev_w && !w && i < len) f |= kBreakLine;
+    if (i < len && !w && prev_w) f |= kBreakWordStart;
+    if (i > 0 && !prev_w && (w || i == len)) f |= kBreakWordEnd;
+    flags[i] = f;
+  }
+}
+
 }  // namespace SOUI

@@ -2,6 +2,7 @@
 
 #include "soui/checkctrls.h"
 #include "soui/qvrichtext.h"
+#include "soui/scrollview.h"
 #include "soui/tabctrl.h"
 
 namespace SOUI {
@@ -168,6 +169,7 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<QVRichText>();
   factory.RegisterWindowClass<SStaticMultiLines>();
   RegisterCheckControls(factory);
+  RegisterScrollViewControls(factory);
 }
 
 }  // namespace SOUI

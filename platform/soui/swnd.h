@@ -51,6 +51,9 @@ class ISwndContainer : public ITimelineHandlersMgr {
   virtual void KillSwndTimer(SWindow* wnd, int id) = 0;
   // Called by a window being destroyed so that no pointer to it survives.
   virtual void OnSwndDestroyed(SWindow* wnd) = 0;
+  // The text caret of a focused window moved to rc (host coordinates), so
+  // that an input method can show its candidates beside it.
+  virtual void OnCaretRect(SWindow* wnd, const CRect& rc) { (void)wnd; (void)rc; }
 };
 
 // What WM_IME_COMPOSITION's lParam points to.
@@ -73,6 +76,12 @@ enum { GSW_FIRSTCHILD = 0, GSW_LASTCHILD, GSW_PREVSIBLING, GSW_NEXTSIBLING, GSW_
 // Placement for InsertChild.
 #define ICWND_FIRST (reinterpret_cast<SOUI::SWindow*>(0))
 #define ICWND_LAST (reinterpret_cast<SOUI::SWindow*>(-1))
+
+// Arrows, Page Up/Down, Home and End: the keys that scroll a view.
+constexpr bool IsNavigationKey(UINT vk) {
+  return vk == VK_UP || vk == VK_DOWN || vk == VK_LEFT || vk == VK_RIGHT || vk == VK_PRIOR || vk == VK_NEXT ||
+         vk == VK_HOME || vk == VK_END;
+}
 
 // Visual attributes of a window (the toolkit's SwndStyle): per-state text
 // colours and fonts, background and border colours, alignment, paddings,
@@ -290,8 +299,13 @@ class SWindow : public SObject {
   SWindow* GetNextLayoutChild(const SWindow* cur) const;
   SWindow* GetPrevLayoutChild(const SWindow* cur) const;
   // The topmost visible, enabled-or-not descendant (or self) under pt that
-  // is not message-transparent; null when pt is outside.
-  SWindow* SwndFromPoint(CPoint pt, BOOL include_msg_transparent = FALSE);
+  // is not message-transparent; null when pt is outside. A window showing
+  // only part of its children (a scroll view) hits none outside that part.
+  virtual SWindow* SwndFromPoint(CPoint pt, BOOL include_msg_transparent = FALSE);
+  // Scrolls so that the descendant shows, for windows that scroll (the host
+  // asks every ancestor, innermost first, when Tab moves the focus); others
+  // do nothing.
+  virtual void EnsureVisible(SWindow* descendant) { (void)descendant; }
 
   // ---- painting -------------------------------------------------------------------
   void Invalidate();
@@ -311,6 +325,9 @@ class SWindow : public SObject {
   virtual void OnEraseBkgnd(IRenderTarget* rt);
   virtual void OnNcPaint(IRenderTarget* rt);
   virtual void OnPaint(IRenderTarget* rt);
+  // Paints the children back to front (clipped to the client area with
+  // clipClient); a scroll view paints only the ones in view, then its bars.
+  virtual void PaintChildren(IRenderTarget* rt, const CRect& dirty);
   // Painted over a focused window: its focusSkin, else with drawFocusRect a
   // dotted rectangle just inside the client area.
   virtual void DrawFocus(IRenderTarget* rt);
@@ -334,7 +351,13 @@ class SWindow : public SObject {
   virtual void OnMouseHover(UINT flags, CPoint pt);
   virtual void OnMouseLeave();
   virtual BOOL OnMouseWheel(UINT flags, short delta, CPoint pt);
+  // The base fires EventKeyDown; a navigation key (arrows, Page Up/Down,
+  // Home, End) nobody handled then goes to the ancestors' OnNavigationKey,
+  // innermost first, so that a view scrolls while a child has the focus.
+  // Controls that use a key themselves do not call the base with it.
   virtual void OnKeyDown(UINT vk, UINT repeat, UINT flags);
+  // A navigation key left over by a focused descendant; TRUE when used.
+  virtual BOOL OnNavigationKey(UINT vk) { (void)vk; return FALSE; }
   virtual void OnKeyUp(UINT vk, UINT repeat, UINT flags);
   virtual void OnChar(UINT ch, UINT repeat, UINT flags);
   virtual void OnSetFocus();
@@ -380,6 +403,8 @@ class SWindow : public SObject {
   // Measures text with this window's paint font.
   CSize MeasureTextExtent(const SStringW& text, int max_width, UINT format) const;
   void OnContainerChanged(ISwndContainer* old_container);
+  // Moves every descendant by (dx, dy) without laying anything out.
+  void ShiftDescendants(int dx, int dy);
 
   int id_ = 0;
   SStringW name_;
@@ -416,7 +441,6 @@ class SWindow : public SObject {
   void MarkLayoutDirtyUpwards();
   // Forgets the desired size of this window and of its ancestors.
   void InvalidateMeasure();
-  void ShiftDescendants(int dx, int dy);
   void SetDepth(int depth);
   // What a window inherits from its ancestors, worked out once per epoch.
   struct Inherited {

@@ -94,10 +94,14 @@ BOOL SWindow::OnMouseWheel(UINT flags, short delta, CPoint pt) {
 
 void SWindow::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
   (void)repeat;
+  SWindow* parent = parent_;
   EventKeyDown evt(this);
   evt.nChar = vk;
   evt.nFlags = flags;
-  FireEvent(evt);
+  if (FireEvent(evt) || !IsNavigationKey(vk)) return;
+  for (SWindow* w = parent; w; w = w->parent_) {
+    if (w->OnNavigationKey(vk)) break;
+  }
 }
 
 void SWindow::OnKeyUp(UINT vk, UINT repeat, UINT flags) { (void)vk; (void)repeat; (void)flags; }

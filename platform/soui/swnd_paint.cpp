@@ -109,6 +109,13 @@ void SWindow::DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT r
   rt->DrawText(text, len, rc, format);
 }
 
+void SWindow::PaintChildren(IRenderTarget* rt, const CRect& dirty) {
+  const CRect client = GetClientRect();
+  if (clip_client_) rt->PushClipRect(&client);
+  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->RedrawRegion(rt, dirty);
+  if (clip_client_) rt->PopClip();
+}
+
 void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
   if (!IsVisible(FALSE) || !rt) return;
   const bool layer = style_->alpha < 0xFF;
@@ -121,12 +128,7 @@ void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
     OnPaint(rt);
     if (container_ && container_->GetFocus() == this) DrawFocus(rt);
   }
-  if (first_child_) {
-    const CRect client = GetClientRect();
-    if (clip_client_) rt->PushClipRect(&client);
-    for (SWindow* c = first_child_; c; c = c->next_sibling_) c->RedrawRegion(rt, dirty);
-    if (clip_client_) rt->PopClip();
-  }
+  if (first_child_) PaintChildren(rt, dirty);
   AfterPaint(rt, ps);
   if (layer) rt->PopLayer();
 }

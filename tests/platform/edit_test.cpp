@@ -2,19 +2,13 @@
 // recording target's fixed metric: every character 6 px wide, lines 12 px.
 #include <gtest/gtest.h>
 
-#include "soui/edit.h"
-#include "testing/recording_render.h"
-#include "testing/ui_test_base.h"
+#include "edit_test_base.h"
 
 namespace SOUI {
 namespace {
 
-class EditTest : public test::UiTestBase {
+class EditTest : public test::EditTestBase {
  protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    app_->SetMeasureTarget(std::make_unique<RecordingRenderTarget>());
-  }
   SEdit* Make(const wchar_t* attrs = L"") {
     const SStringW xml = SStringW(L"<edit name='e' pos='0,0,120,40' font='size:12' ") + attrs +
                          L"/><button name='b' pos='0,50,40,70'/>";
@@ -22,18 +16,6 @@ class EditTest : public test::UiTestBase {
     SEdit* e = Find<SEdit>(L"e");
     e->SetFocus();
     return e;
-  }
-  void Key(UINT vk, bool ctrl = false, bool shift = false) {
-    if (ctrl) gen().PressKey(VK_CONTROL);
-    if (shift) gen().PressKey(VK_SHIFT);
-    gen().PressAndReleaseKey(vk);
-    if (shift) gen().ReleaseKey(VK_SHIFT);
-    if (ctrl) gen().ReleaseKey(VK_CONTROL);
-  }
-  SStringW Sel(SEdit* e) {
-    long s = 0, t = 0;
-    e->GetSel(s, t);
-    return SStringW().Format2(L"%ld-%ld", s, t);
   }
   int Changes() {
     int n = 0;

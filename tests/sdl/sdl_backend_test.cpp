@@ -14,6 +14,7 @@
 #include "soui/edit.h"
 #include "soui/hostdialog.h"
 #include "soui/sapp.h"
+#include "soui/scrollview.h"
 #include "soui/stdctrls.h"
 
 namespace SOUI {
@@ -503,6 +504,40 @@ TEST_F(SdlTextTest, TypingIntoAnEditThroughSdlEvents) {
   Push(Text(wid, "gu", true, 2));
   Push(Text(wid, "\xE8\x82\xA1", false));
   EXPECT_TRUE(PumpUntil([&] { return edit->GetWindowText() == L"6005\x80A1"; })) << edit->GetWindowText().ToUtf8();
+}
+
+}  // namespace
+}  // namespace SOUI
+
+namespace SOUI {
+namespace {
+
+TEST_F(SdlBackendTest, TheWheelAndPageKeysScrollAViewInARealWindow) {
+  SHostWnd host;
+  host.InitFromXmlText(L"<SOUI width='200' height='150'><root>"
+                       L"<scrollview name='sv' pos='0,0,-0,-0' viewSize='-1,1000'>"
+                       L"<button name='b' pos='10,10,@80,@30'/></scrollview></root></SOUI>");
+  host.Create(nullptr, 40, 40);
+  host.ShowWindow(SW_SHOW);
+  auto* sv = host.FindChildByName2<SScrollView>(L"sv");
+  ASSERT_NE(sv, nullptr);
+  const uint32_t wid = WindowId(&host);
+  SDL_Event wheel{};
+  wheel.type = SDL_MOUSEWHEEL;
+  wheel.wheel.windowID = wid;
+  wheel.wheel.y = -2;  // two notches toward the user
+  wheel.wheel.mouseX = 50;
+  wheel.wheel.mouseY = 50;
+  Push(wheel);
+  EXPECT_TRUE(PumpUntil([&] { return sv->GetViewOrigin().y == 2 * 3 * 16; })) << sv->GetViewOrigin().y;
+  PushClick(wid, CPoint(20, 20));  // the button has scrolled away: the view itself, no focus
+  SDL_Event key{};
+  key.type = SDL_KEYDOWN;
+  key.key.windowID = wid;
+  key.key.state = SDL_PRESSED;
+  key.key.keysym.sym = SDLK_END;
+  Push(key);
+  EXPECT_TRUE(PumpUntil([&] { return sv->GetViewOrigin().y == 1000 - 150; })) << sv->GetViewOrigin().y;
 }
 
 }  // namespace
