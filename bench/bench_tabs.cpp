@@ -84,6 +84,31 @@ void BM_TabDragStep(benchmark::State& state) {
 }
 BENCHMARK(BM_TabDragStep)->Arg(50)->Arg(500)->Complexity(benchmark::oN)->Unit(benchmark::kMicrosecond);
 
+// Inserting N tabs at the end of a primary strip (the house look: title,
+// icon, tail button and red dot per item), then one layout pass. Should
+// cost N times one insert, not N squared.
+void BM_TabInsert(benchmark::State& state) {
+  const int n = static_cast<int>(state.range(0));
+  SOUI::SApplication app;
+  QVStandardCtrls::RegisterQVStandardCtrls(app.GetFactory());
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto host = std::make_unique<SOUI::SHostWnd>();
+    host->InitFromXmlText(L"<SOUI width='2000' height='100'><root><qv_primarytab name='tabs' pos='0,0,-0,@32'/></root></SOUI>");
+    host->Create();
+    host->UpdateLayout();
+    auto* tabs = host->FindChildByName2<CQVTabCtrlBase>(L"tabs");
+    state.ResumeTiming();
+    for (int i = 0; i < n; ++i) tabs->InsertTab({{L"text", L"Tab"}}, -1);
+    host->UpdateLayout();
+    state.PauseTiming();
+    host.reset();
+    state.ResumeTiming();
+  }
+  state.SetComplexityN(n);
+}
+BENCHMARK(BM_TabInsert)->Arg(50)->Arg(500)->Arg(2000)->Complexity(benchmark::oN)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 
 BENCHMARK_MAIN();

@@ -26,7 +26,6 @@ unsigned g_measure_epoch = 1;
 
 using internal::ForEachDescendant;
 using internal::g_inherit_epoch;
-using internal::g_measure_epoch;
 
 // ---- style record -------------------------------------------------------------
 
@@ -109,10 +108,8 @@ bool SwndStyle::SetAttribute(const SStringW& name, const SStringW& value) {
 }
 
 bool SwndStyle::SetStdAttribute(StdAttr attr, const SStringW& value) {
-  // Fonts and colours are inherited: what descendants resolve may change,
-  // and a font changes the measured size of every descendant's text.
+  // Fonts and colours are inherited: what descendants resolve may change.
   ++g_inherit_epoch;
-  if (attr >= StdAttr::Font && attr <= StdAttr::FontDisable) ++g_measure_epoch;
   switch (attr) {
     case StdAttr::ColorText: return colorText[0].Set(value);
     case StdAttr::ColorTextHover: return colorText[1].Set(value);
@@ -490,9 +487,10 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
   const StdAttr attr = LookupStdAttr(name);
   if (IsStyleAttr(attr)) {
     if (!GetStyleForWrite().SetStdAttribute(attr, value)) return E_FAIL;
-    const bool affects_layout = (attr >= StdAttr::Font && attr <= StdAttr::FontDisable) ||
-                                (attr >= StdAttr::Padding && attr <= StdAttr::MarginY);
-    if (affects_layout) RequestRelayout();
+    const bool font = attr >= StdAttr::Font && attr <= StdAttr::FontDisable;
+    // Descendants without a font of their own measure with this one.
+    if (font) ForEachDescendant(this, [](SWindow* w) { w->desired_cache_.epoch = 0; });
+    if (font || (attr >= StdAttr::Padding && attr <= StdAttr::MarginY)) RequestRelayout();
     return AfterAttribute(name, value, loading, S_OK);
   }
   if (IsLayoutAttr(attr)) {

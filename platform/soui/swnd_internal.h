@@ -11,9 +11,9 @@ namespace internal {
 // out again.
 extern unsigned g_inherit_epoch;
 // Bumped by the rare changes that can alter every window's content size at
-// once (a font set on a window reaches all its descendants, a theme
-// change). Everything else invalidates desired sizes locally, from the
-// window that changed up through its ancestors (SWindow::InvalidateMeasure).
+// once (a theme change). Everything else invalidates desired sizes locally:
+// from the window that changed up through its ancestors
+// (SWindow::InvalidateMeasure), and down through its descendants for a font.
 extern unsigned g_measure_epoch;
 
 // Visits every descendant of root in document order without recursion.
