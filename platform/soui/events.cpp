@@ -14,19 +14,26 @@ EventArgs::EventArgs(SObject* s) : sender(s) {
   }
 }
 
+EventSet::Dynamic& EventSet::Dyn() {
+  if (!dyn_) dyn_ = std::make_unique<Dynamic>();
+  return *dyn_;
+}
+
 void EventSet::addEvent(int id, const wchar_t* name) {
-  for (Decl& d : decls_) {
+  for (Decl& d : Dyn().decls) {
     if (d.id == id) {
       if (name) d.name = name;
       return;
     }
   }
-  decls_.push_back(Decl{id, name ? name : L""});
+  dyn_->decls.push_back(Decl{id, name ? name : L""});
 }
 
 const EventSet::Decl* EventSet::FindDecl(int id) const {
-  for (const Decl& d : decls_) {
-    if (d.id == id) return &d;
+  if (dyn_) {
+    for (const Decl& d : dyn_->decls) {
+      if (d.id == id) return &d;
+    }
   }
   for (size_t i = 0; i < base_count_; ++i) {
     if (base_[i].id == id) return &base_[i];
@@ -36,24 +43,27 @@ const EventSet::Decl* EventSet::FindDecl(int id) const {
 
 void EventSet::removeEvent(int id) {
   const Decl* d = FindDecl(id);
-  if (d && base_ && d >= base_ && d < base_ + base_count_) {
+  if (!d) return;
+  std::vector<Decl>& decls = Dyn().decls;
+  if (base_ && d >= base_ && d < base_ + base_count_) {
     // Copy the shared table out before editing it.
-    decls_.insert(decls_.end(), base_, base_ + base_count_);
+    decls.insert(decls.end(), base_, base_ + base_count_);
     base_ = nullptr;
     base_count_ = 0;
   }
-  decls_.erase(std::remove_if(decls_.begin(), decls_.end(), [id](const Decl& d) { return d.id == id; }),
-               decls_.end());
-  slots_.erase(std::remove_if(slots_.begin(), slots_.end(), [id](const Slot& s) { return s.id == id; }),
-               slots_.end());
+  decls.erase(std::remove_if(decls.begin(), decls.end(), [id](const Decl& e) { return e.id == id; }), decls.end());
+  std::vector<Slot>& slots = dyn_->slots;
+  slots.erase(std::remove_if(slots.begin(), slots.end(), [id](const Slot& s) { return s.id == id; }), slots.end());
 }
 
 bool EventSet::isEventPresent(int id) const { return FindDecl(id) != nullptr; }
 
 int EventSet::idOfName(const wchar_t* name) const {
   if (!name || !*name) return 0;
-  for (const Decl& d : decls_) {
-    if (std::wcscmp(d.name, name) == 0) return d.id;
+  if (dyn_) {
+    for (const Decl& d : dyn_->decls) {
+      if (std::wcscmp(d.name, name) == 0) return d.id;
+    }
   }
   for (size_t i = 0; i < base_count_; ++i) {
     if (std::wcscmp(base_[i].name, name) == 0) return base_[i].id;
@@ -64,7 +74,7 @@ int EventSet::idOfName(const wchar_t* name) const {
 int EventSet::subscribeEvent(int id, EventHandler handler) {
   if (!handler || !isEventPresent(id)) return 0;
   const int connection = next_connection_++;
-  slots_.push_back(Slot{id, connection, std::move(handler)});
+  Dyn().slots.push_back(Slot{id, connection, std::move(handler)});
   return connection;
 }
 
@@ -74,9 +84,11 @@ int EventSet::subscribeEvent(const wchar_t* name, EventHandler handler) {
 }
 
 bool EventSet::unsubscribeEvent(int id, int connection) {
-  for (auto s = slots_.begin(); s != slots_.end(); ++s) {
+  if (!dyn_) return false;
+  std::vector<Slot>& slots = dyn_->slots;
+  for (auto s = slots.begin(); s != slots.end(); ++s) {
     if (s->id == id && s->connection == connection) {
-      slots_.erase(s);
+      slots.erase(s);
       return true;
     }
   }
@@ -86,17 +98,16 @@ bool EventSet::unsubscribeEvent(int id, int connection) {
 void EventSet::removeAllEvents() {
   base_ = nullptr;
   base_count_ = 0;
-  decls_.clear();
-  slots_.clear();
+  dyn_.reset();
 }
 
 void EventSet::FireEvent(EventArgs& evt) {
-  if (muted_ || slots_.empty()) return;
+  if (muted_ || !dyn_ || dyn_->slots.empty()) return;
   const int id = evt.GetID();
   // A copy of the matching handlers, newest first, so that handlers may
   // subscribe or unsubscribe while running.
   std::vector<EventHandler> handlers;
-  for (auto s = slots_.rbegin(); s != slots_.rend(); ++s) {
+  for (auto s = dyn_->slots.rbegin(); s != dyn_->slots.rend(); ++s) {
     if (s->id == id) handlers.push_back(s->handler);
   }
   for (const EventHandler& h : handlers) {

@@ -6,6 +6,7 @@
 // bubbleUp the remaining subscribers are skipped.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -191,7 +192,10 @@ class EventSet {
   };
   // Registers a fixed table of events at once without copying it (the
   // standard events every window raises). The table must be static.
-  void addEvents(const Decl* table, size_t count) { base_ = table; base_count_ = count; }
+  void addEvents(const Decl* table, size_t count) {
+    base_ = table;
+    base_count_ = static_cast<uint32_t>(count);
+  }
   bool isEventPresent(int id) const;
   int idOfName(const wchar_t* name) const;  // 0 when unknown
 
@@ -219,13 +223,19 @@ class EventSet {
     int connection;
     EventHandler handler;
   };
+  // Events added one by one and the subscriptions: most windows have
+  // neither, so they live out of line.
+  struct Dynamic {
+    std::vector<Decl> decls;
+    std::vector<Slot> slots;
+  };
   const Decl* FindDecl(int id) const;
-  const Decl* base_ = nullptr;
-  size_t base_count_ = 0;
-  std::vector<Decl> decls_;
-  std::vector<Slot> slots_;
+  Dynamic& Dyn();
+  const Decl* base_ = nullptr;  // the class's shared table
+  uint32_t base_count_ = 0;
   int next_connection_ = 1;
   bool muted_ = false;
+  std::unique_ptr<Dynamic> dyn_;
 };
 
 }  // namespace SOUI

@@ -370,6 +370,7 @@ class Resolver {
 
   // width/height: the parent's layout size; negative for a wrap axis.
   Resolver(SWindow* parent, int width, int height) : avail_{width, height} {
+    slots_.reserve(parent->GetChildrenCount());
     for (SWindow* c = parent->GetNextLayoutChild(nullptr); c; c = parent->GetNextLayoutChild(c)) {
       Slot s;
       s.wnd = c;

@@ -435,7 +435,14 @@ SwndStyle& SWindow::GetStyleForWrite() {
 
 // ---- identity and text ---------------------------------------------------------------
 
-SStringW SWindow::GetWindowText(BOOL raw) const { return (raw && has_raw_text_) ? text_raw_ : text_; }
+SWindow::Rare& SWindow::GetRare() {
+  if (!rare_) rare_ = std::make_unique<Rare>();
+  return *rare_;
+}
+
+SStringW SWindow::GetWindowText(BOOL raw) const {
+  return (raw && rare_ && rare_->has_raw_text) ? rare_->text_raw : text_;
+}
 
 void SWindow::SetWindowText(const SStringW& text_in) {
   SStringW capped;
@@ -455,9 +462,13 @@ void SWindow::SetWindowText(const SStringW& text_in) {
     text_ = app->tr(text, SStringW());
   }
   // The raw form is kept only when it differs (a reference was resolved).
-  has_raw_text_ = text_ != text;
-  if (has_raw_text_) text_raw_ = text;
-  else text_raw_.Empty();
+  if (text_ != text) {
+    GetRare().text_raw = text;
+    rare_->has_raw_text = true;
+  } else if (rare_) {
+    rare_->text_raw.Empty();
+    rare_->has_raw_text = false;
+  }
   const SouiLayoutParam* p = &layout_param_;
   if (p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert)) RequestRelayout();
   Invalidate();
@@ -515,11 +526,11 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     case StdAttr::Text: SetWindowText(value); break;
     case StdAttr::Tip: {
       SApplication* app = SApplication::getSingletonPtr();
-      tip_ = app ? app->GetResProvider().ResolveString(value) : value;
+      GetRare().tip = app ? app->GetResProvider().ResolveString(value) : value;
       break;
     }
     case StdAttr::Skin: skin_.Set(value); hr = S_OK; break;
-    case StdAttr::FocusSkin: focus_skin_.Set(value); hr = S_OK; break;
+    case StdAttr::FocusSkin: GetRare().focus_skin.Set(value); hr = S_OK; break;
     case StdAttr::Visible: SetVisible(ParseBool(value), !loading); break;
     case StdAttr::Display:
       display_ = ParseBool(value);
@@ -534,8 +545,8 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
       break;
     case StdAttr::ClipClient: clip_client_ = ParseBool(value); hr = S_OK; break;
     case StdAttr::MaxWidth:
-      max_width_size_ = SLayoutSize::Parse(value);
-      has_max_width_ = true;
+      GetRare().max_width = SLayoutSize::Parse(value);
+      rare_->has_max_width = true;
       RequestRelayout();
       break;
     case StdAttr::DrawFocusRect: draw_focus_rect_ = ParseBool(value); hr = S_OK; break;

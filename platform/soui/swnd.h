@@ -200,7 +200,7 @@ class SWindow : public SObject {
   void SetName(const SStringW& name) { name_ = name; }
   virtual SStringW GetWindowText(BOOL raw = FALSE) const;
   virtual void SetWindowText(const SStringW& text);
-  SStringW GetToolTipText() const { return tip_; }
+  SStringW GetToolTipText() const { return rare_ ? rare_->tip : SStringW(); }
   const SwndStyle& GetStyle() const { return *style_; }
   // The window's own style, copied from the shared one on first write.
   SwndStyle& GetStyleForWrite();
@@ -409,9 +409,6 @@ class SWindow : public SObject {
   int id_ = 0;
   SStringW name_;
   SStringW text_;
-  SStringW text_raw_;  // only when it differs from text_ (a reference)
-  bool has_raw_text_ = false;
-  SStringW tip_;
   // Shared until written: most windows never set a style attribute, and a
   // class's own defaults (alignment, cursor) exist once per class. Derived
   // constructors point it at a static style of theirs (UseClassStyle).
@@ -419,18 +416,27 @@ class SWindow : public SObject {
   std::unique_ptr<SwndStyle> own_style_;
   void UseClassStyle(const SwndStyle& shared) { style_ = &shared; }
   ThemedSkin skin_;
-  ThemedSkin focus_skin_;
   SouiLayoutParam layout_param_;
   CRect rect_;
   DWORD state_ = WndState_Normal;
-  BOOL display_ = TRUE;
-  BOOL msg_transparent_ = FALSE;
-  BOOL focusable_ = FALSE;
-  BOOL float_ = FALSE;
-  BOOL clip_client_ = FALSE;
-  BOOL draw_focus_rect_ = FALSE;
-  SLayoutSize max_width_size_;
-  bool has_max_width_ = false;
+  bool display_ = true;
+  bool msg_transparent_ = false;
+  bool focusable_ = false;
+  bool float_ = false;
+  bool clip_client_ = false;
+  bool draw_focus_rect_ = false;
+  // What few windows set, kept out of line so that the common window stays
+  // small.
+  struct Rare {
+    SStringW text_raw;  // the text as given, when it differs (a reference)
+    bool has_raw_text = false;
+    SStringW tip;
+    ThemedSkin focus_skin;
+    SLayoutSize max_width;
+    bool has_max_width = false;
+  };
+  std::unique_ptr<Rare> rare_;
+  Rare& GetRare();
 
  private:
   friend class SHostWnd;

@@ -93,7 +93,7 @@ void SWindow::OnPaint(IRenderTarget* rt) {
 
 void SWindow::DrawFocus(IRenderTarget* rt) {
   const CRect rc = GetClientRect();
-  if (ISkinObj* skin = focus_skin_.Get(GetScale())) {
+  if (ISkinObj* skin = rare_ ? rare_->focus_skin.Get(GetScale()) : nullptr) {
     skin->DrawByIndex(rt, &rc, 0);
   } else if (draw_focus_rect_) {
     CRect inner = rc;
