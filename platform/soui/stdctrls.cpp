@@ -1,6 +1,7 @@
 #include "soui/stdctrls.h"
 
 #include "soui/checkctrls.h"
+#include "soui/combobox.h"
 #include "soui/qvrichtext.h"
 #include "soui/tabctrl.h"
 
@@ -168,6 +169,7 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<QVRichText>();
   factory.RegisterWindowClass<SStaticMultiLines>();
   RegisterCheckControls(factory);
+  RegisterComboBox(factory);
 }
 
 }  // namespace SOUI
