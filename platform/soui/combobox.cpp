@@ -357,7 +357,8 @@ CRect SComboBox::ButtonRect() const {
 CRect SComboBox::CalcDropDownRect() const {
   SApplication* app = SApplication::getSingletonPtr();
   SHostWnd* host = GetContainer() ? HostFromHwnd(GetContainer()->GetHostHwnd()) : nullptr;
-  if (!app || !host) return CRect();
+  // Only from inside a live host's tree (not after RemoveChild).
+  if (!app || !host || GetRoot() != host->GetRoot()) return CRect();
   CRect anchor = rect_;
   anchor.OffsetRect(host->GetWindowRect().TopLeft());
   const CRect work = app->GetWorkArea(host);
@@ -429,7 +430,11 @@ void SComboBox::OnCreateDropDown(SDropDownWnd* dropdown) {
   list_->SetAttribute(L"width", L"full", TRUE);
   list_->SetAttribute(L"height", L"full", TRUE);
   // The list is in another host: it gets the box's font and text colour.
-  if (style_.GetFont(0).IsSet()) list_->SetAttribute(L"font", style_.GetFont(0).Source(), TRUE);
+  for (const SWindow* w = this; w; w = w->GetParent()) {
+    if (!w->GetStyle().GetFont(0).IsSet()) continue;
+    list_->SetAttribute(L"font", w->GetStyle().GetFont(0).Source(), TRUE);
+    break;
+  }
   list_->GetStyle().colorText[0].SetValue(GetPaintTextColor());
   ApplyStyle(list_, list_style_);
   root->InsertChild(list_);
