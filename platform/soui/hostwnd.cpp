@@ -304,8 +304,15 @@ bool SHostWnd::IsOwnedBy(const SHostWnd* owner) const {
 void SHostWnd::OnNativeActivate(bool active) {
   SApplication* app = SApplication::getSingletonPtr();
   if (!app || !app_alive_ || !m_hWnd) return;
-  if (active) app->SetActiveHost(this);
-  else if (app->GetActiveHost() == this) app->SetActiveHost(nullptr);
+  if (active) {
+    app->SetActiveHost(this);
+    return;
+  }
+  // Activation that already moved to another of our windows (a popup the
+  // window system focused anyway) stays there; otherwise another
+  // application has it, even when we had not seen this host activated.
+  SHostWnd* current = app->GetActiveHost();
+  if (!current || current == this) app->SetActiveHost(nullptr);
 }
 
 BOOL SHostWnd::EnableWindow(BOOL enable) {

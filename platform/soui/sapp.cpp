@@ -148,7 +148,9 @@ void SApplication::DropFromZOrder(SHostWnd* host) {
 // ---- hosts among themselves ------------------------------------------------------
 
 void SApplication::SetActiveHost(SHostWnd* host) {
-  if (host == active_) return;
+  // "Nobody" is told again: the window system may report losing a focus we
+  // never saw arrive.
+  if (host && host == active_) return;
   active_ = host;
   ForEachInputHook([host](IHostInputHook* h) {
     h->OnActiveHostChanged(host);
