@@ -1,3 +1,6 @@
+// SComboBox and its list. Sections: SComboListBox · SComboBox: items ·
+// colours and geometry · drop list · attributes and children · painting and
+// input.
 #include "soui/combobox.h"
 
 #include <algorithm>
@@ -398,7 +401,7 @@ void SComboBox::UpdateChildrenPosition() {
   }
   CRect rc = GetClientRect();
   rc.DeflateRect(1, 1);
-  rc.left += Dp(4, GetScale());
+  rc.left += Dp(8, GetScale()) - 1;  // text where the list-only box puts it
   rc.right = std::max<int>(rc.left, ButtonRect().left);
   edit_->OnRelayout(rc);
 }
@@ -546,6 +549,7 @@ void SComboBox::ApplyStyle(SWindow* target, const std::vector<std::pair<SStringW
 void SComboBox::EnsureEdit() {
   if (!drop_down_ && !edit_) {
     edit_ = new SComboEdit();
+    edit_->SetAttribute(L"vcenter", L"1", TRUE);
     InsertChild(edit_);
     ApplyStyle(edit_, edit_style_);
     SyncEditText();
@@ -589,12 +593,17 @@ void SComboBox::OnEraseBkgnd(IRenderTarget* rt) {
 void SComboBox::OnPaint(IRenderTarget* rt) {
   const int scale = GetScale();
   const CRect btn = ButtonRect();
+  // Disabled without a colour of its own: the text fades into the background.
+  const bool faded = IsDisabled(TRUE) && style_.colorText[3].Get() == CR_INVALID;
+  const COLORREF ink = faded ? Mix(GetPaintTextColor(), GetBkgndColor(), 45) : GetPaintTextColor();
   if (!edit_) {
     const SStringW text = GetLBText(cur_sel_);
     CRect rc = GetClientRect();
     rc.left += Dp(8, scale);
     rc.right = btn.left;
+    const COLORREF old = rt->SetTextColor(ink);
     if (!text.IsEmpty() && !rc.IsRectEmpty()) DrawText(rt, text, text.GetLength(), &rc, kRowText);
+    rt->SetTextColor(old);
   }
   if (ISkinObj* skin = btn_skin_.Get(scale)) {
     int state = IsDisabled(TRUE) ? 3 : dropdown_ ? 2 : (state_ & WndState_Hover) ? 1 : 0;
@@ -607,7 +616,7 @@ void SComboBox::OnPaint(IRenderTarget* rt) {
   const CPoint c = btn.CenterPoint();
   const int dy = dropdown_ ? -half / 2 : half / 2;
   const POINT pts[3] = {{c.x - half, c.y - dy}, {c.x, c.y + dy}, {c.x + half, c.y - dy}};
-  IPenPtr old = rt->SelectPen(rt->CreatePen(PS_SOLID, GetPaintTextColor(), std::max(1, scale / 100)));
+  IPenPtr old = rt->SelectPen(rt->CreatePen(PS_SOLID, ink, std::max(1, scale / 100)));
   rt->DrawLines(pts, 3);
   rt->SelectPen(old);
 }

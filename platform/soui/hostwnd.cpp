@@ -1,3 +1,6 @@
+// SHostWnd. Sections: helpers and root attributes · life, placement,
+// visibility and activation · input · layout and painting · timers ·
+// events, capture, focus · handle operations.
 #include "soui/hostwnd.h"
 
 #include <algorithm>
@@ -103,6 +106,8 @@ void SHostWndAttr::Init(pugi::xml_node root) {
     // name, appMainWnd, maxInset, icon...: accepted, no effect here.
   }
 }
+
+// ---- life, placement, visibility, activation -------------------------------------
 
 SHostWnd::SHostWnd(const wchar_t* res_id) : root_(new SWindow()), res_id_(res_id ? res_id : L"") {
   // A host needs the application (clock, resources); without one it stays inert.
@@ -352,6 +357,7 @@ void SHostWnd::OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta) 
       swallow_up_ = ReleaseOf(msg);
       return;
     }
+    swallow_up_ = 0;  // that release went elsewhere
   }
   if (msg == swallow_up_) {
     swallow_up_ = 0;
