@@ -29,6 +29,7 @@ const wchar_t* const kNames[] = {
     L"fontDisable", L"colorText", L"colorTextHover", L"colorTextPush", L"colorTextDisable", L"colorBkgnd",
     L"colorBorder", L"align", L"valign", L"dotted", L"multiLines", L"textmode", L"maxwidth", L"cursor",
     L"clipclient", L"accel", L"animate", L"animateStep", L"interHeight", L"src", L"iconIndex", L"dip",
+    L"dropDown", L"dropHeight", L"curSel", L"btnSkin", L"animateTime",
     // library
     L"qvstyle", L"dragable", L"animation", L"MaxRowCount", L"TabMarginX", L"tabMediate", L"single",
     L"showAdd", L"title", L"img_head", L"btn_tail", L"reddot", L"itemid", L"createAnimator", L"show_tailicon",
