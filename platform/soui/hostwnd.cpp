@@ -227,10 +227,7 @@ BOOL SHostWnd::DestroyWindow() {
   if (backend_) backend_->OnDestroy(this);
   if (app_alive_) {
     if (SApplication* app = SApplication::getSingletonPtr()) {
-      if (app->GetActiveHost() == this) {
-        SHostWnd* owner = app->HostFromHwnd(owner_);
-        app->SetActiveHost(owner && owner->IsWindowVisible() ? owner : nullptr);
-      }
+      HandOffActivation();
       app->DropFromZOrder(this);
       for (auto& t : swnd_timers_) app->GetClock().KillTimer(t.second);
       for (auto& t : host_timers_) app->GetClock().KillTimer(t.second);
@@ -286,13 +283,17 @@ BOOL SHostWnd::ShowWindow(int cmd) {
     if (!was || activate) app->BringHostToTop(this);
     if (activate && enabled_) app->SetActiveHost(this);
   } else if (was) {
-    if (app->GetActiveHost() == this) {
-      SHostWnd* owner = app->HostFromHwnd(owner_);
-      app->SetActiveHost(owner && owner->IsWindowVisible() ? owner : nullptr);
-    }
+    HandOffActivation();
     NotifyHostChanged(this);
   }
   return was ? TRUE : FALSE;
+}
+
+void SHostWnd::HandOffActivation() {
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app || app->GetActiveHost() != this) return;
+  SHostWnd* owner = app->HostFromHwnd(owner_);
+  app->SetActiveHost(owner && owner->IsWindowVisible() ? owner : nullptr);
 }
 
 bool SHostWnd::IsOwnedBy(const SHostWnd* owner) const {

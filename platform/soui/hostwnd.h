@@ -252,6 +252,8 @@ class SHostWnd : public ISwndContainer {
   void UpdateHover(CPoint pt);
   void UpdateCursor(CPoint pt);
   void UpdateTextInput();
+  // Leaving the screen while active: the owner (when visible) takes over.
+  void HandOffActivation();
 
   SHostWndAttr attr_;
   std::unique_ptr<SWindow> root_;
