@@ -169,8 +169,6 @@ void SComboListBox::OnMouseMove(UINT flags, CPoint pt) {
   if (i >= 0) SetHotItem(i, false);
 }
 
-void SComboListBox::OnMouseLeave() { SWindow::OnMouseLeave(); }
-
 void SComboListBox::OnLButtonUp(UINT flags, CPoint pt) {
   const bool click = (state_ & WndState_PushDown) != 0;
   SWindow::OnLButtonUp(flags, pt);
@@ -343,6 +341,11 @@ COLORREF SComboBox::GetSelColor() const { return Mix(kAccent, GetBkgndColor(), 2
 int SComboBox::GetItemHeightPx() const {
   const int scale = GetScale();
   if (has_item_height_) return std::clamp(item_height_.toPixelSize(scale), 1, 4096);
+  return TextRowHeight();
+}
+
+int SComboBox::TextRowHeight() const {
+  const int scale = GetScale();
   return std::max(Dp(24, scale), MeasureTextExtent(L"Ag", -1, DT_SINGLELINE).cy + Dp(8, scale));
 }
 
@@ -361,7 +364,7 @@ CRect SComboBox::CalcDropDownRect() const {
   SApplication* app = SApplication::getSingletonPtr();
   SHostWnd* host = GetContainer() ? HostFromHwnd(GetContainer()->GetHostHwnd()) : nullptr;
   // Only from inside a live host's tree (not after RemoveChild).
-  if (!app || !host || GetRoot() != host->GetRoot()) return CRect();
+  if (!app || !host || !host->IsWindowVisible() || GetRoot() != host->GetRoot()) return CRect();
   CRect anchor = rect_;
   anchor.OffsetRect(host->GetWindowRect().TopLeft());
   const CRect work = app->GetWorkArea(host);
@@ -389,9 +392,7 @@ CRect SComboBox::CalcDropDownRect() const {
 
 CSize SComboBox::MeasureContent(int width) {
   (void)width;
-  const int scale = GetScale();
-  const int h = std::max(Dp(24, scale), MeasureTextExtent(L"Ag", -1, DT_SINGLELINE).cy + Dp(8, scale));
-  return CSize(Dp(120, scale), h);
+  return CSize(Dp(120, GetScale()), TextRowHeight());
 }
 
 void SComboBox::UpdateChildrenPosition() {

@@ -95,7 +95,6 @@ class SComboListBox : public SWindow {
   void OnPaint(IRenderTarget* rt) override;
   void OnEraseBkgnd(IRenderTarget* rt) override;
   void OnMouseMove(UINT flags, CPoint pt) override;
-  void OnMouseLeave() override;
   void OnLButtonUp(UINT flags, CPoint pt) override;
   BOOL OnMouseWheel(UINT flags, short delta, CPoint pt) override;
   void OnKeyDown(UINT vk, UINT repeat, UINT flags) override;
@@ -191,6 +190,8 @@ class SComboBox : public SWindow, public ISDropDownOwner {
 
  private:
   CRect ButtonRect() const;
+  // One line of the font with some air, at least 24dp.
+  int TextRowHeight() const;
   void EnsureEdit();
   void SyncEditText();
   void ApplyStyle(SWindow* target, const std::vector<std::pair<SStringW, SStringW>>& attrs);
