@@ -104,7 +104,9 @@ void SComboListBox::SetHotItem(int index, bool ensure_visible) {
 }
 
 HRESULT SComboListBox::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
-  if (name.CompareNoCase(L"colorSelBkgnd") == 0) {
+  if (name.CompareNoCase(L"iconSkin") == 0) {
+    icon_skin_.Set(value);
+  } else if (name.CompareNoCase(L"colorSelBkgnd") == 0) {
     color_sel_.Set(value);
   } else if (name.CompareNoCase(L"colorHoverBkgnd") == 0) {
     color_hover_.Set(value);
@@ -133,6 +135,7 @@ void SComboListBox::OnPaint(IRenderTarget* rt) {
   const COLORREF sel = color_sel_.IsSet() ? color_sel_.Get() : combo_->GetSelColor();
   const COLORREF hover = color_hover_.IsSet() ? color_hover_.Get() : combo_->GetHoverColor();
   const bool scrolls = n > rows;
+  ISkinObj* icon = icon_skin_.Get(scale);
   const int bar = scrolls ? Dp(4, scale) + 2 : 0;
   for (int i = top_; i < n && i <= top_ + rows; ++i) {
     const CRect row = GetItemRect(i);
@@ -145,9 +148,18 @@ void SComboListBox::OnPaint(IRenderTarget* rt) {
       rt->FillSolidRect(&mark, kAccent);
     }
     const SComboBox::Item* item = combo_->GetItem(i);
-    if (!item || item->text.IsEmpty()) continue;
+    if (!item) continue;
     CRect text = row;
     text.left += Dp(8, scale);
+    if (icon && item->icon >= 0 && item->icon < icon->GetStates()) {
+      // The icon frame, vertically centred, before the text.
+      const SIZE sz = icon->GetSkinSize();
+      const CRect rc(text.left, row.top + (row.Height() - sz.cy) / 2, text.left + sz.cx,
+                     row.top + (row.Height() - sz.cy) / 2 + sz.cy);
+      icon->DrawByIndex(rt, &rc, item->icon);
+    }
+    if (icon) text.left += icon->GetSkinSize().cx + Dp(6, scale);
+    if (item->text.IsEmpty()) continue;
     text.right -= Dp(4, scale) + bar;
     DrawText(rt, item->text, item->text.GetLength(), &text, kRowText);
   }

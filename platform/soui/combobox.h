@@ -13,9 +13,10 @@
 //   <items><item text="" icon="" data=""/>...</items>   the items
 //   <editStyle .../>      attributes for the inner edit
 //   <listStyle .../>      attributes for the list: any window attribute plus
-//                         itemHeight, colorSelBkgnd, colorHoverBkgnd
+//                         itemHeight, colorSelBkgnd, colorHoverBkgnd and
+//                         iconSkin (an item's icon is a frame of it)
 //   <dropdownStyle .../>  attributes for the drop-down's root window
-// Item icons are kept (GetItemIcon) but not drawn.
+// Item icons show in the list when it has an iconSkin; the box shows text only.
 //
 // Events (to the combo's subscribers, then the host):
 //   EVT_CB_SELCHANGE "on_cb_sel_change"   the user picked another item (list
@@ -107,6 +108,7 @@ class SComboListBox : public SWindow {
   SComboBox* combo_ = nullptr;
   int hot_ = -1;
   int top_ = 0;
+  ThemedSkin icon_skin_;
   ThemedColor color_sel_;
   ThemedColor color_hover_;
 };

@@ -409,13 +409,17 @@ class ComboBoxLookTest : public ComboBoxTest, public ::testing::WithParamInterfa
 TEST_P(ComboBoxLookTest, OpenListLooksRight) {
   const LookCase& p = GetParam();
   app_->SetZoom(p.zoom);
+  // An icon for two of the rows.
+  pugi::xml_document skins;
+  ASSERT_TRUE(skins.load_string("<uidef><skin><imglist name='t_icon' src='img/toast_tip.png'/></skin></uidef>"));
+  ASSERT_TRUE(app_->GetResProvider().LoadUiDef(skins.child("uidef"), QV_SOURCE_DIR L"/theme/default/"));
   const wchar_t* colors = p.dark ? L"colorBkgnd='#1A1D23' colorText='#E6E8EB'" : L"colorBkgnd='#FFFFFF' colorText='#1F2329'";
   CreateHost((SStringW(L"<SOUI width='260dp' height='230dp'><root ") + colors +
               L" font='size:13dp'><combobox name='c' pos='16dp,16dp,@180dp,@28dp' curSel='1'>"
-              L"<items><item text='Limit order'/><item text='Market order'/><item text='Stop loss'/>"
-              L"<item text='Take profit'/><item text='Trailing stop with a long name'/>"
+              L"<items><item text='Limit order' icon='0'/><item text='Market order'/><item text='Stop loss'/>"
+              L"<item text='Take profit' icon='0'/><item text='Trailing stop with a long name'/>"
               L"<item text='Iceberg'/><item text='Fill or kill'/><item text='Good till cancelled'/></items>"
-              L"<listStyle itemHeight='24dp'/></combobox></root></SOUI>")
+              L"<listStyle itemHeight='24dp' iconSkin='t_icon'/></combobox></root></SOUI>")
                  .c_str());
   auto* c = Find<SComboBox>(L"c");
   ASSERT_NE(c, nullptr);
