@@ -4,6 +4,7 @@
 #include "soui/combobox.h"
 
 #include <algorithm>
+#include <cwctype>
 
 #include "soui/edit.h"
 #include "soui/render.h"
@@ -221,8 +222,20 @@ void SComboListBox::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
       if (combo_) combo_->CloseUp();
       return;
     default:
-      SWindow::OnKeyDown(vk, repeat, flags);
+      // An editable combo keeps editing while its list is open.
+      if (combo_ && combo_->GetEdit()) combo_->GetEdit()->SwndProc(WM_KEYDOWN, vk, MAKELPARAM(repeat, flags));
+      else SWindow::OnKeyDown(vk, repeat, flags);
   }
+}
+
+void SComboListBox::OnChar(UINT ch, UINT repeat, UINT flags) {
+  if (!combo_) return;
+  if (SEdit* edit = combo_->GetEdit()) {
+    edit->SwndProc(WM_CHAR, ch, MAKELPARAM(repeat, flags));
+    return;
+  }
+  const int i = combo_->FindByInitial(static_cast<wchar_t>(ch), hot_);
+  if (i >= 0) SetHotItem(i, true);
 }
 
 // ---- SComboBox: items ------------------------------------------------------------------
@@ -333,7 +346,10 @@ void SComboBox::SetWindowText(const SStringW& text) {
 }
 
 void SComboBox::SyncEditText() {
-  if (edit_) edit_->SetWindowText(GetLBText(cur_sel_));
+  if (!edit_) return;
+  // All selected, as after a pick: typing replaces it.
+  edit_->SetWindowText(GetLBText(cur_sel_));
+  edit_->SetSel(0, -1);
 }
 
 // ---- SComboBox: colours and geometry ---------------------------------------------------
@@ -659,6 +675,24 @@ bool SComboBox::HandleKey(UINT vk) {
 
 void SComboBox::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
   if (!HandleKey(vk)) SWindow::OnKeyDown(vk, repeat, flags);
+}
+
+void SComboBox::OnChar(UINT ch, UINT repeat, UINT flags) {
+  const int i = edit_ ? -1 : FindByInitial(static_cast<wchar_t>(ch), cur_sel_);
+  if (i >= 0 && i != cur_sel_) OnUserPick(i, false);
+  else SWindow::OnChar(ch, repeat, flags);
+}
+
+int SComboBox::FindByInitial(wchar_t ch, int after) const {
+  if (ch < L' ') return -1;
+  const int n = GetCount();
+  const wchar_t want = static_cast<wchar_t>(towlower(ch));
+  for (int k = 1; k <= n; ++k) {
+    const int i = ((after < 0 ? -1 : after) + k) % n;
+    const SStringW& text = items_[static_cast<size_t>(i)].text;
+    if (!text.IsEmpty() && static_cast<wchar_t>(towlower(text[0])) == want) return i;
+  }
+  return -1;
 }
 
 void RegisterComboBox(SObjectFactory& factory) { factory.RegisterWindowClass<SComboBox>(); }

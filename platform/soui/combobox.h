@@ -27,9 +27,12 @@
 //
 // Input:
 //   closed  click on the box (list-only) or the button: open
-//           Up/Down: previous/next item (event); F4, Alt+Down, Alt+Up: open
+//           Up/Down: previous/next item (event); F4, Alt+Down, Alt+Up: open;
+//           a letter (list-only) selects the next item starting with it
 //   open    keys go to the list: Up/Down/PageUp/PageDown/Home/End move the
-//           highlight, Enter picks it, Esc and F4 close without change;
+//           highlight, a letter moves it to the next item starting with it
+//           (editable: other keys and characters go on to the edit), Enter
+//           picks it, Esc and F4 close without change;
 //           hover highlights, a click on an item picks it, the wheel scrolls;
 //           a press anywhere else closes (see SDropDownWnd for its fate)
 //
@@ -99,6 +102,7 @@ class SComboListBox : public SWindow {
   void OnLButtonUp(UINT flags, CPoint pt) override;
   BOOL OnMouseWheel(UINT flags, short delta, CPoint pt) override;
   void OnKeyDown(UINT vk, UINT repeat, UINT flags) override;
+  void OnChar(UINT ch, UINT repeat, UINT flags) override;
 
  private:
   int Count() const;
@@ -184,8 +188,12 @@ class SComboBox : public SWindow, public ISDropDownOwner {
   void OnPaint(IRenderTarget* rt) override;
   void OnLButtonDown(UINT flags, CPoint pt) override;
   void OnKeyDown(UINT vk, UINT repeat, UINT flags) override;
+  void OnChar(UINT ch, UINT repeat, UINT flags) override;
   // Keys the closed box acts on; true when handled (the edit forwards here).
   bool HandleKey(UINT vk);
+  // The next item after `after` (wrapping) whose text starts with ch, case
+  // aside; -1 when none.
+  int FindByInitial(wchar_t ch, int after) const;
 
  protected:
   CSize MeasureContent(int width) override;

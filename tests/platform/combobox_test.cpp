@@ -123,6 +123,26 @@ TEST_F(ComboBoxTest, KeyboardMovesPicksAndCancels) {
   EXPECT_EQ(host()->GetFocus(), c);
 }
 
+TEST_F(ComboBoxTest, LettersJumpToTheNextItemStartingWithThem) {
+  SComboBox* c = MakeCombo(L"", L"<items><item text='Bid'/><item text='ask'/><item text='Bond'/><item/></items>");
+  c->SetFocus();
+  // Closed: selects, with an event, wrapping past the end.
+  gen().Char(L'b');
+  EXPECT_EQ(c->GetCurSel(), 0);
+  gen().Char(L'B');
+  EXPECT_EQ(c->GetCurSel(), 2);
+  gen().Char(L'b');
+  EXPECT_EQ(c->GetCurSel(), 0);
+  gen().Char(L'z');
+  EXPECT_EQ(c->GetCurSel(), 0);
+  EXPECT_EQ(CountEvents(EVT_CB_SELCHANGE), 3);
+  // Open: moves the highlight only.
+  Key(VK_F4);
+  gen().Char(L'A');
+  EXPECT_EQ(c->GetListBox()->GetHotItem(), 1);
+  EXPECT_EQ(c->GetCurSel(), 0);
+}
+
 TEST_F(ComboBoxTest, ClickOnAnItemPicksItAndHoverHighlights) {
   SComboBox* c = MakeCombo();
   ClickOn(c);
@@ -179,6 +199,7 @@ TEST_F(ComboBoxTest, EditableComboEditsTextAndOpensFromItsButtonOnly) {
   ClickOn(edit);
   EXPECT_FALSE(c->IsDropdown());
   EXPECT_EQ(host()->GetFocus(), edit);
+  gen().PressAndReleaseKey(VK_END);
   gen().Type(L"s");
   EXPECT_EQ(c->GetWindowText(), L"Apples");
   // Down in the edit steps the selection, which replaces the text.
@@ -191,6 +212,14 @@ TEST_F(ComboBoxTest, EditableComboEditsTextAndOpensFromItsButtonOnly) {
   gen().ClickLeftButton();
   ASSERT_TRUE(c->IsDropdown());
   EXPECT_EQ(host()->GetFocus(), edit);
+  // Typing goes on to the edit while the list is open, replacing the
+  // picked text, which starts selected.
+  gen().Type(L"3x");
+  gen().Char(0x08);
+  gen().PressAndReleaseKey(VK_LEFT);
+  gen().Type(L"2");
+  EXPECT_EQ(c->GetWindowText(), L"23");
+  EXPECT_TRUE(c->IsDropdown());
   test::EventGenerator* lg = ListGen(c);
   lg->MoveMouseTo(c->GetListBox()->GetItemRect(4).CenterPoint());
   lg->ClickLeftButton();
