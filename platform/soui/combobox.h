@@ -20,8 +20,8 @@
 //
 // Events (to the combo's subscribers, then the host):
 //   EVT_CB_SELCHANGE "on_cb_sel_change"   the user picked another item (list
-//                                        click, Enter, Up/Down on the closed
-//                                        box); never for SetCurSel
+//                                        click, Enter, Up/Down or a letter on
+//                                        the closed box); never for SetCurSel
 //   EVT_CB_DROPDOWN  "on_cb_dropdown"     the list opened
 //   EVT_CB_CLOSEUP   "on_cb_closeup"      the list closed
 //
@@ -30,9 +30,9 @@
 //           Up/Down: previous/next item (event); F4, Alt+Down, Alt+Up: open;
 //           a letter (list-only) selects the next item starting with it
 //   open    keys go to the list: Up/Down/PageUp/PageDown/Home/End move the
-//           highlight, a letter moves it to the next item starting with it
-//           (editable: other keys and characters go on to the edit), Enter
-//           picks it, Esc and F4 close without change;
+//           highlight, Enter picks it, Esc and F4 close without change;
+//           other keys: list-only, a letter moves the highlight to the next
+//           item starting with it; editable, they go on to the edit;
 //           hover highlights, a click on an item picks it, the wheel scrolls;
 //           a press anywhere else closes (see SDropDownWnd for its fate)
 //
