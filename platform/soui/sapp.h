@@ -102,8 +102,8 @@ class SApplication {
   void NotifyThemeChanged();
 
   // ---- hosts among themselves ----
-  // The active host (null: none of ours). Activating hides nothing; hooks
-  // hear every change.
+  // The active host (null: none of ours). Open popups hear every change,
+  // and every report that nobody of ours is active.
   SHostWnd* GetActiveHost() const { return active_; }
   void SetActiveHost(SHostWnd* host);
   // Z order, bottom to top, of the hosts that have been shown; owned hosts
