@@ -31,6 +31,7 @@ const wchar_t* const kNames[] = {
     L"clipclient", L"accel", L"animate", L"animateStep", L"interHeight", L"src", L"iconIndex", L"dip",
     L"viewSize", L"viewPos", L"sbWid", L"sbEnable", L"sbSkin", L"colorSbThumb", L"colorSbTrack", L"autoHscroll",
     L"colorSelBkgnd", L"colorSelText", L"colorImeLine", L"wantReturn",
+    L"dropDown", L"dropHeight", L"curSel", L"btnSkin", L"animateTime",
     // library
     L"qvstyle", L"dragable", L"animation", L"MaxRowCount", L"TabMarginX", L"tabMediate", L"single",
     L"showAdd", L"title", L"img_head", L"btn_tail", L"reddot", L"itemid", L"createAnimator", L"show_tailicon",

@@ -126,8 +126,15 @@ SHostWnd* SdlBackend::HostFromWindowId(uint32_t window_id) const {
 void SdlBackend::OnCreate(SHostWnd* host) {
   if (Find(host)) return;
   Uint32 flags = SDL_WINDOW_HIDDEN;
-  if (host->GetHostAttr().resizable) flags |= SDL_WINDOW_RESIZABLE;
-  if (host->GetHostAttr().tool_window) flags |= SDL_WINDOW_SKIP_TASKBAR;
+  if (host->IsPopupWindow()) {
+    // A drop-down or menu: no frame, no taskbar entry, above its owner, and
+    // (X11) a popup-menu window the window manager neither decorates nor
+    // focuses.
+    flags |= SDL_WINDOW_POPUP_MENU | SDL_WINDOW_BORDERLESS | SDL_WINDOW_SKIP_TASKBAR | SDL_WINDOW_ALWAYS_ON_TOP;
+  } else {
+    if (host->GetHostAttr().resizable) flags |= SDL_WINDOW_RESIZABLE;
+    if (host->GetHostAttr().tool_window) flags |= SDL_WINDOW_SKIP_TASKBAR;
+  }
   const CRect rc = host->GetWindowRect();
   // The host sizes itself right after creation; SDL needs a non-empty window now.
   SDL_Window* win = SDL_CreateWindow(host->GetWindowText().ToUtf8().c_str(), rc.left, rc.top,
@@ -167,8 +174,10 @@ void SdlBackend::OnShow(SHostWnd* host, bool show, bool activate) {
     SDL_HideWindow(n->window);
     return;
   }
-  // Keep owned windows (dialogs, popups) above their owner, as Win32 does.
-  if (SHostWnd* owner = HostFromHwnd(host->GetOwner())) {
+  // Keep owned windows (dialogs) above their owner, as Win32 does; popups
+  // are always on top already.
+  SHostWnd* owner = host->IsPopupWindow() ? nullptr : HostFromHwnd(host->GetOwner());
+  if (owner) {
     if (Native* o = Find(owner)) SDL_SetWindowModalFor(n->window, o->window);
   }
   // Popups and tooltips must not take focus from the window they belong to.
@@ -265,6 +274,15 @@ void SdlBackend::Install(SApplication& app) {
   });
   if (auto self = weak.lock()) app.SetDefaultHostBackend(self);
   app.SetClipboard(std::make_unique<SdlClipboard>());
+  // Drop-downs stay on the display of the window they belong to.
+  app.SetWorkAreaProvider([weak](SHostWnd* near) {
+    auto self = weak.lock();
+    SDL_Window* win = self && near ? self->GetSdlWindow(near) : nullptr;
+    const int display = win ? SDL_GetWindowDisplayIndex(win) : 0;
+    SDL_Rect r{};
+    if (SDL_GetDisplayUsableBounds(display < 0 ? 0 : display, &r) != 0) return CRect();
+    return CRect(r.x, r.y, r.x + r.w, r.y + r.h);
+  });
 }
 
 void SdlBackend::RenderDirtyHosts() {
@@ -286,6 +304,8 @@ void SdlBackend::PumpEvents(uint32_t max_wait_ms) {
     Dispatch(e);
     while (SDL_PollEvent(&e)) Dispatch(e);
   }
+  // Popups closed by that input go now that it has been handled.
+  if (SApplication* app = SApplication::getSingletonPtr()) app->DeletePendingHosts();
   RenderDirtyHosts();
 }
 
@@ -350,6 +370,7 @@ UINT SdlBackend::VirtualKeyFromSdl(SDL_Keycode key) {
     case SDLK_INSERT: return VK_INSERT;
     case SDLK_PAGEUP: return VK_PRIOR;
     case SDLK_PAGEDOWN: return VK_NEXT;
+    case SDLK_F4: return VK_F4;
     case SDLK_LALT:
     case SDLK_RALT: return VK_MENU;
     case SDLK_LSHIFT:
@@ -498,6 +519,14 @@ void SdlBackend::DispatchWindowEvent(SHostWnd* host, const SDL_WindowEvent& e) {
       break;
     case SDL_WINDOWEVENT_LEAVE:
       host->OnMouseEvent(WM_MOUSELEAVE, 0, CPoint(-1, -1));
+      break;
+    // Activation as the window system sees it: losing it to another
+    // application's window closes this application's drop-downs.
+    case SDL_WINDOWEVENT_FOCUS_GAINED:
+      host->OnNativeActivate(true);
+      break;
+    case SDL_WINDOWEVENT_FOCUS_LOST:
+      host->OnNativeActivate(false);
       break;
     default:
       break;

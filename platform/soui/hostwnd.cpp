@@ -1,3 +1,6 @@
+// SHostWnd. Sections: helpers and root attributes · life, placement,
+// visibility and activation · input · layout and painting · timers ·
+// events, capture, focus · handle operations.
 #include "soui/hostwnd.h"
 
 #include <algorithm>
@@ -13,6 +16,45 @@ bool IsDescendantOrSelf(const SWindow* wnd, const SWindow* ancestor) {
     if (w == ancestor) return true;
   }
   return false;
+}
+
+// Counts input dispatch for the application, so that hosts closed by their
+// own input (a drop-down picking an item) are deleted only after it returns.
+class DispatchScope {
+ public:
+  DispatchScope() : app_(SApplication::getSingletonPtr()) {
+    if (app_) app_->EnterDispatch();
+  }
+  ~DispatchScope() {
+    if (app_) app_->LeaveDispatch();
+  }
+  DispatchScope(const DispatchScope&) = delete;
+  DispatchScope& operator=(const DispatchScope&) = delete;
+
+ private:
+  SApplication* app_;
+};
+
+// Tells the open popups that a host was hidden, moved or is going.
+void NotifyHostChanged(SHostWnd* host) {
+  if (SApplication* app = SApplication::getSingletonPtr()) {
+    app->ForEachInputHook([host](IHostInputHook* h) {
+      h->OnHostChanged(host);
+      return false;
+    });
+  }
+}
+
+bool IsPress(UINT msg) {
+  return msg == WM_LBUTTONDOWN || msg == WM_RBUTTONDOWN || msg == WM_MBUTTONDOWN || msg == WM_LBUTTONDBLCLK;
+}
+
+UINT ReleaseOf(UINT press) {
+  switch (press) {
+    case WM_RBUTTONDOWN: return WM_RBUTTONUP;
+    case WM_MBUTTONDOWN: return WM_MBUTTONUP;
+    default: return WM_LBUTTONUP;
+  }
 }
 
 bool ParseIntAttr(const SStringW& v) {
@@ -64,6 +106,8 @@ void SHostWndAttr::Init(pugi::xml_node root) {
     // name, appMainWnd, maxInset, icon...: accepted, no effect here.
   }
 }
+
+// ---- life, placement, visibility, activation -------------------------------------
 
 SHostWnd::SHostWnd(const wchar_t* res_id) : root_(new SWindow()), res_id_(res_id ? res_id : L"") {
   // A host needs the application (clock, resources); without one it stays inert.
@@ -178,10 +222,13 @@ void SHostWnd::ApplyInitialSize(int cx, int cy) {
 
 BOOL SHostWnd::DestroyWindow() {
   if (!m_hWnd) return FALSE;
+  if (app_alive_) NotifyHostChanged(this);
   OnHostDestroy();
   if (backend_) backend_->OnDestroy(this);
   if (app_alive_) {
     if (SApplication* app = SApplication::getSingletonPtr()) {
+      HandOffActivation();
+      app->DropFromZOrder(this);
       for (auto& t : swnd_timers_) app->GetClock().KillTimer(t.second);
       for (auto& t : host_timers_) app->GetClock().KillTimer(t.second);
       app->UnregisterHwnd(m_hWnd);
@@ -196,7 +243,7 @@ BOOL SHostWnd::DestroyWindow() {
 }
 
 BOOL SHostWnd::SetWindowPos(HWND after, int x, int y, int cx, int cy, UINT flags) {
-  (void)after;  // Z order among native windows is the backend's business.
+  (void)after;  // only "to the top" is modelled
   CRect rc = rect_;
   if (!(flags & SWP_NOMOVE)) rc.MoveToXY(x, y);
   if (!(flags & SWP_NOSIZE)) {
@@ -204,6 +251,7 @@ BOOL SHostWnd::SetWindowPos(HWND after, int x, int y, int cx, int cy, UINT flags
     rc.bottom = rc.top + std::max(cy, 0);
   }
   const bool resized = rc.Width() != rect_.Width() || rc.Height() != rect_.Height();
+  const bool moved = rc.TopLeft() != rect_.TopLeft();
   rect_ = rc;
   if (resized) {
     root_->OnRelayout(GetClientRect());
@@ -212,6 +260,11 @@ BOOL SHostWnd::SetWindowPos(HWND after, int x, int y, int cx, int cy, UINT flags
     dirty_ = GetClientRect();
   }
   if (backend_) backend_->OnMove(this, rect_);
+  SApplication* app = SApplication::getSingletonPtr();
+  if (app && app_alive_ && m_hWnd) {
+    if (!(flags & SWP_NOZORDER) && visible_) app->BringHostToTop(this);
+    if (moved || resized) NotifyHostChanged(this);
+  }
   if (flags & SWP_SHOWWINDOW) ShowWindow((flags & SWP_NOACTIVATE) ? SW_SHOWNA : SW_SHOW);
   if (flags & SWP_HIDEWINDOW) ShowWindow(SW_HIDE);
   return TRUE;
@@ -220,11 +273,52 @@ BOOL SHostWnd::SetWindowPos(HWND after, int x, int y, int cx, int cy, UINT flags
 BOOL SHostWnd::ShowWindow(int cmd) {
   const bool was = visible_;
   visible_ = cmd != SW_HIDE;
-  if (backend_ && was != visible_) {
-    backend_->OnShow(this, visible_, cmd != SW_SHOWNA && cmd != SW_SHOWNOACTIVATE);
-  }
+  const bool activate = visible_ && cmd != SW_SHOWNA && cmd != SW_SHOWNOACTIVATE;
+  if (backend_ && was != visible_) backend_->OnShow(this, visible_, activate);
   if (visible_) OnInvalidate(GetClientRect());
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app || !app_alive_ || !m_hWnd) return was ? TRUE : FALSE;
+  if (visible_) {
+    // A newly shown window comes up on top, activated or not.
+    if (!was || activate) app->BringHostToTop(this);
+    if (activate && enabled_) app->SetActiveHost(this);
+  } else if (was) {
+    HandOffActivation();
+    NotifyHostChanged(this);
+  }
   return was ? TRUE : FALSE;
+}
+
+void SHostWnd::HandOffActivation() {
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app || app->GetActiveHost() != this) return;
+  SHostWnd* owner = app->HostFromHwnd(owner_);
+  app->SetActiveHost(owner && owner->IsWindowVisible() ? owner : nullptr);
+}
+
+bool SHostWnd::IsOwnedBy(const SHostWnd* owner) const {
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app || !owner) return false;
+  // Bounded: an ownership cycle set by hand must not hang.
+  const SHostWnd* h = app->HostFromHwnd(owner_);
+  for (int i = 0; h && i < 64; ++i, h = app->HostFromHwnd(h->owner_)) {
+    if (h == owner) return true;
+  }
+  return false;
+}
+
+void SHostWnd::OnNativeActivate(bool active) {
+  SApplication* app = SApplication::getSingletonPtr();
+  if (!app || !app_alive_ || !m_hWnd) return;
+  if (active) {
+    app->SetActiveHost(this);
+    return;
+  }
+  // Activation that already moved to another of our windows (a popup the
+  // window system focused anyway) stays there; otherwise another
+  // application has it, even when we had not seen this host activated.
+  SHostWnd* current = app->GetActiveHost();
+  if (!current || current == this) app->SetActiveHost(nullptr);
 }
 
 BOOL SHostWnd::EnableWindow(BOOL enable) {
@@ -255,6 +349,21 @@ void SHostWnd::UpdateHover(CPoint pt) {
 }
 
 void SHostWnd::OnMouseEvent(UINT msg, UINT flags, CPoint pt, short wheel_delta) {
+  DispatchScope scope;
+  // Open popups see every press first, on any host, even a disabled one.
+  if (IsPress(msg) && app_alive_ && m_hWnd) {
+    SApplication* app = SApplication::getSingletonPtr();
+    if (app && app->HasInputHooks() &&
+        app->ForEachInputHook([&](IHostInputHook* h) { return h->OnHostPress(this, msg, pt); })) {
+      swallow_up_ = ReleaseOf(msg);
+      return;
+    }
+    swallow_up_ = 0;  // that release went elsewhere
+  }
+  if (msg == swallow_up_) {
+    swallow_up_ = 0;
+    return;
+  }
   if (!root_ || !enabled_) return;
   // Modifier keys held on the keyboard show in the mouse flags, as in Win32.
   if (GetKeyState(VK_SHIFT) < 0) flags |= MK_SHIFT;
@@ -329,8 +438,13 @@ void SHostWnd::UpdateCursor(CPoint pt) {
 }
 
 void SHostWnd::OnKeyEvent(UINT msg, UINT code, UINT flags) {
-  if (msg == WM_KEYDOWN || msg == WM_KEYUP) {
-    if (SApplication* app = SApplication::getSingletonPtr()) app->SetKeyDown(code, msg == WM_KEYDOWN);
+  DispatchScope scope;
+  SApplication* app = SApplication::getSingletonPtr();
+  if (app && (msg == WM_KEYDOWN || msg == WM_KEYUP)) app->SetKeyDown(code, msg == WM_KEYDOWN);
+  // An open popup takes the keyboard; this host keeps its focus state.
+  if (app && app_alive_ && app->HasInputHooks() &&
+      app->ForEachInputHook([&](IHostInputHook* h) { return h->OnHostKey(this, msg, code, flags); })) {
+    return;
   }
   if (!root_ || !enabled_) return;
   SWindow* target = focus_;
@@ -557,6 +671,14 @@ void SHostWnd::OnCaretRect(SWindow* wnd, const CRect& rc) {
 }
 
 void SHostWnd::OnSwndDestroyed(SWindow* wnd) {
+  if (app_alive_) {
+    if (SApplication* app = SApplication::getSingletonPtr(); app && app->HasInputHooks()) {
+      app->ForEachInputHook([&](IHostInputHook* h) {
+        h->OnSwndRemoved(this, wnd);
+        return false;
+      });
+    }
+  }
   if (capture_ && IsDescendantOrSelf(capture_, wnd)) capture_ = nullptr;
   if (hover_ && IsDescendantOrSelf(hover_, wnd)) hover_ = nullptr;
   if (focus_ && IsDescendantOrSelf(focus_, wnd)) {
@@ -618,6 +740,22 @@ BOOL IsWindowEnabled(HWND hwnd) {
 BOOL IsWindowVisible(HWND hwnd) {
   SHostWnd* host = HostFromHwnd(hwnd);
   return host && host->IsWindowVisible() ? TRUE : FALSE;
+}
+
+HWND GetActiveWindow() {
+  SApplication* app = SApplication::getSingletonPtr();
+  SHostWnd* host = app ? app->GetActiveHost() : nullptr;
+  return host ? host->m_hWnd : nullptr;
+}
+
+HWND SetActiveWindow(HWND hwnd) {
+  SApplication* app = SApplication::getSingletonPtr();
+  SHostWnd* host = HostFromHwnd(hwnd);
+  const HWND old = GetActiveWindow();
+  if (!app || !host || !host->IsWindowVisible() || !host->IsWindowEnabled()) return nullptr;
+  app->BringHostToTop(host);
+  app->SetActiveHost(host);
+  return old;
 }
 
 }  // namespace SOUI

@@ -26,7 +26,19 @@
 //   input-method text    to the focused window (WM_IME_COMPOSITION)
 // After every mouse event the host asks the window under the mouse (or the
 // capture) for its cursor and tells the backend when it changes.
-// Disabled windows (or windows under a disabled ancestor) receive no input.
+// Disabled windows (or windows under a disabled ancestor) receive no input;
+// a disabled host receives none at all.
+//
+// Host windows among themselves (the application keeps the lists):
+//   active host   showing with activation (SW_SHOW, SW_SHOWNORMAL) makes a
+//                 host active; SW_SHOWNA / SW_SHOWNOACTIVATE and moves never
+//                 change it. Hiding or destroying the active host hands
+//                 activation to its owner when visible, else to nobody.
+//   Z order      a host shown or placed without SWP_NOZORDER goes on top;
+//                 SWP_NOACTIVATE|SWP_NOZORDER moves leave both alone.
+//   input hooks  open popups watch every host's presses and keys (see
+//                 IHostInputHook): a press reaches the hooks before the host
+//                 routes it, even on a disabled host.
 #pragma once
 
 #include <pugixml.hpp>
@@ -62,6 +74,25 @@ class IHostBackend {
   // Where the focused window's text caret is (client coordinates), for the
   // input method's candidate window.
   virtual void OnTextInputRect(SHostWnd* host, const CRect& caret) { (void)host; (void)caret; }
+};
+
+// What an open popup (drop-down, menu) sees of the other hosts, so that it
+// can close on a press elsewhere and take the keyboard while open. Hooks are
+// asked newest first; each ignores its own host and hosts it owns.
+class IHostInputHook {
+ public:
+  virtual ~IHostInputHook() = default;
+  // A button press reaching host (client coordinates). True swallows it,
+  // with the release that follows.
+  virtual bool OnHostPress(SHostWnd* host, UINT msg, CPoint pt) = 0;
+  // A key or character message reaching host; true when the hook took it.
+  virtual bool OnHostKey(SHostWnd* host, UINT msg, UINT code, UINT flags) = 0;
+  // host was hidden, moved or is being destroyed.
+  virtual void OnHostChanged(SHostWnd* host) = 0;
+  // Activation moved to active (null: to another application's window).
+  virtual void OnActiveHostChanged(SHostWnd* active) = 0;
+  // wnd is leaving host's tree (removed or destroyed).
+  virtual void OnSwndRemoved(SHostWnd* host, SWindow* wnd) = 0;
 };
 
 // SetWindowPos flags.
@@ -140,6 +171,14 @@ class SHostWnd : public ISwndContainer {
   BOOL IsWindowEnabled() const { return enabled_; }
   void SetWindowText(const SStringW& title);
   SStringW GetWindowText() const { return attr_.title; }
+  // A popup (drop-down, menu): a borderless, always-on-top window without a
+  // taskbar entry that never takes the keyboard focus.
+  virtual bool IsPopupWindow() const { return false; }
+  // Whether owner is this host's owner, its owner's owner, and so on.
+  bool IsOwnedBy(const SHostWnd* owner) const;
+  // The backend reports the native window gaining or losing the keyboard
+  // focus (another application's window took it).
+  void OnNativeActivate(bool active);
   void SetBackend(std::shared_ptr<IHostBackend> backend) { backend_ = std::move(backend); }
   IHostBackend* GetBackend() const { return backend_.get(); }
 
@@ -223,6 +262,8 @@ class SHostWnd : public ISwndContainer {
   void UpdateHover(CPoint pt);
   void UpdateCursor(CPoint pt);
   void UpdateTextInput();
+  // Leaving the screen while active: the owner (when visible) takes over.
+  void HandOffActivation();
 
   SHostWndAttr attr_;
   std::unique_ptr<SWindow> root_;
@@ -252,6 +293,7 @@ class SHostWnd : public ISwndContainer {
   std::shared_ptr<IHostBackend> backend_;
   std::function<void(EventArgs*)> observer_;
   bool app_alive_ = true;
+  UINT swallow_up_ = 0;  // the release whose press a popup swallowed
 };
 
 // Native-window operations on handles (Win32 names). All are safe on null or
@@ -264,5 +306,8 @@ BOOL ShowWindow(HWND hwnd, int cmd);
 BOOL EnableWindow(HWND hwnd, BOOL enable);
 BOOL IsWindowEnabled(HWND hwnd);
 BOOL IsWindowVisible(HWND hwnd);
+HWND GetActiveWindow();
+// Activates a visible, enabled host; returns the previously active one.
+HWND SetActiveWindow(HWND hwnd);
 
 }  // namespace SOUI

@@ -41,6 +41,15 @@ SApplication::SApplication(const Options& options) : options_(options), clock_(o
 }
 
 SApplication::~SApplication() {
+  // Self-owned hosts (open drop-downs) go first, while everything they
+  // reach still exists.
+  DeletePendingHosts();
+  while (!adopted_.empty()) {
+    std::unique_ptr<SHostWnd> host = std::move(adopted_.back());
+    adopted_.pop_back();
+    host.reset();
+    DeletePendingHosts();
+  }
   // Hosts unregister themselves as they go; any left are the caller's leak,
   // but they must not reach a dead application.
   for (SHostWnd* host : std::vector<SHostWnd*>(hosts_)) host->DetachFromApp();
@@ -128,6 +137,104 @@ void SApplication::AddHost(SHostWnd* host) {
 
 void SApplication::RemoveHost(SHostWnd* host) {
   hosts_.erase(std::remove(hosts_.begin(), hosts_.end(), host), hosts_.end());
+  DropFromZOrder(host);
+  if (active_ == host) active_ = nullptr;
+}
+
+void SApplication::DropFromZOrder(SHostWnd* host) {
+  z_order_.erase(std::remove(z_order_.begin(), z_order_.end(), host), z_order_.end());
+}
+
+// ---- hosts among themselves ------------------------------------------------------
+
+void SApplication::SetActiveHost(SHostWnd* host) {
+  // "Nobody" is told again: the window system may report losing a focus we
+  // never saw arrive.
+  if (host && host == active_) return;
+  active_ = host;
+  ForEachInputHook([host](IHostInputHook* h) {
+    h->OnActiveHostChanged(host);
+    return false;
+  });
+}
+
+void SApplication::BringHostToTop(SHostWnd* host) {
+  if (!host) return;
+  z_order_.erase(std::remove(z_order_.begin(), z_order_.end(), host), z_order_.end());
+  z_order_.push_back(host);
+  // Owned windows stay above their owner, in their own order.
+  std::vector<SHostWnd*> owned;
+  for (SHostWnd* h : z_order_) {
+    if (h != host && h->IsOwnedBy(host)) owned.push_back(h);
+  }
+  for (SHostWnd* h : owned) {
+    z_order_.erase(std::remove(z_order_.begin(), z_order_.end(), h), z_order_.end());
+    z_order_.push_back(h);
+  }
+}
+
+SHostWnd* SApplication::HostFromScreenPoint(CPoint pt) const {
+  for (auto it = z_order_.rbegin(); it != z_order_.rend(); ++it) {
+    if ((*it)->IsWindowVisible() && (*it)->GetWindowRect().PtInRect(pt)) return *it;
+  }
+  return nullptr;
+}
+
+CRect SApplication::GetWorkArea(SHostWnd* near) const {
+  if (work_area_) {
+    const CRect rc = work_area_(near);
+    if (!rc.IsRectEmpty()) return rc;
+  }
+  return screen_;
+}
+
+void SApplication::AddInputHook(IHostInputHook* hook) {
+  if (hook && std::find(hooks_.begin(), hooks_.end(), hook) == hooks_.end()) hooks_.push_back(hook);
+}
+
+void SApplication::RemoveInputHook(IHostInputHook* hook) {
+  hooks_.erase(std::remove(hooks_.begin(), hooks_.end(), hook), hooks_.end());
+}
+
+bool SApplication::ForEachInputHook(const std::function<bool(IHostInputHook*)>& fn) {
+  // A hook may close (and remove) itself or others while being called.
+  const std::vector<IHostInputHook*> snapshot(hooks_.rbegin(), hooks_.rend());
+  for (IHostInputHook* h : snapshot) {
+    if (std::find(hooks_.begin(), hooks_.end(), h) == hooks_.end()) continue;
+    if (fn(h)) return true;
+  }
+  return false;
+}
+
+void SApplication::AdoptHost(SHostWnd* host) {
+  if (host) adopted_.emplace_back(host);
+}
+
+void SApplication::DeleteHostLater(SHostWnd* host) {
+  for (auto it = adopted_.begin(); it != adopted_.end(); ++it) {
+    if (it->get() != host) continue;
+    doomed_.push_back(std::move(*it));
+    adopted_.erase(it);
+    break;
+  }
+  // Not now even outside dispatch: the caller may be the host itself.
+}
+
+void SApplication::LeaveDispatch() {
+  if (dispatch_depth_ > 0) --dispatch_depth_;
+  if (dispatch_depth_ == 0) DeletePendingHosts();
+}
+
+void SApplication::DeletePendingHosts() {
+  if (deleting_ || dispatch_depth_ > 0) return;
+  deleting_ = true;
+  // A dying host may doom another (a drop-down closing its child).
+  while (!doomed_.empty()) {
+    std::vector<std::unique_ptr<SHostWnd>> batch;
+    batch.swap(doomed_);
+    batch.clear();
+  }
+  deleting_ = false;
 }
 
 void SApplication::NotifyThemeChanged() {
@@ -157,6 +264,7 @@ bool SApplication::RunModalLoop(const std::function<bool()>& done) {
       const uint64_t wait = next == UINT64_MAX ? 50 : (next > now ? next - now : 0);
       native_pump_(static_cast<uint32_t>(std::min<uint64_t>(wait, 50)));
       clock_.RunDue();
+      DeletePendingHosts();
     } else if (clock_.IsManual()) {
       if (next == UINT64_MAX) return false;
       clock_.Advance(static_cast<uint32_t>(next > clock_.Now() ? next - clock_.Now() : 0));

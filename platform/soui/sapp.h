@@ -26,6 +26,7 @@ namespace SOUI {
 
 class SHostWnd;
 class IHostBackend;
+class IHostInputHook;
 
 // A service the application keeps for a layer above the toolkit (the host's
 // message dispatch, its user settings). The toolkit never looks inside.
@@ -100,6 +101,47 @@ class SApplication {
   // Tells every host that resources changed (theme switch): repaint all.
   void NotifyThemeChanged();
 
+  // ---- hosts among themselves ----
+  // The active host (null: none of ours). Open popups hear every change,
+  // and every report that nobody of ours is active.
+  SHostWnd* GetActiveHost() const { return active_; }
+  void SetActiveHost(SHostWnd* host);
+  // Z order, bottom to top, of the hosts that have been shown; owned hosts
+  // stay above their owner.
+  void BringHostToTop(SHostWnd* host);
+  const std::vector<SHostWnd*>& GetZOrder() const { return z_order_; }
+  void DropFromZOrder(SHostWnd* host);
+  // The topmost visible host whose window holds pt (screen); null if none.
+  SHostWnd* HostFromScreenPoint(CPoint pt) const;
+  // The usable screen area near a host (taskbars excluded). Offscreen it is
+  // the virtual screen, 0,0,1920,1080 unless set; a window backend installs
+  // a provider that asks the display the host is on.
+  CRect GetWorkArea(SHostWnd* near) const;
+  void SetScreenRect(const CRect& rc) { screen_ = rc; }
+  void SetWorkAreaProvider(std::function<CRect(SHostWnd*)> fn) { work_area_ = std::move(fn); }
+
+  // Open popups watching input (newest last); see IHostInputHook.
+  void AddInputHook(IHostInputHook* hook);
+  void RemoveInputHook(IHostInputHook* hook);
+  // Calls fn for each hook, newest first, until it returns true; hooks
+  // removed meanwhile are skipped.
+  bool ForEachInputHook(const std::function<bool(IHostInputHook*)>& fn);
+  bool HasInputHooks() const { return !hooks_.empty(); }
+
+  // Hosts that own themselves (drop-downs): the application deletes them
+  // when they are done, never in the middle of their own input handling,
+  // and with itself.
+  void AdoptHost(SHostWnd* host);
+  // Deletes an adopted host later: when input dispatch returns to the top,
+  // on the next pass of a native or modal loop, or with the application.
+  void DeleteHostLater(SHostWnd* host);
+  // Input dispatch nesting (hosts count themselves in and out); deferred
+  // deletions happen when it returns to zero.
+  void EnterDispatch() { ++dispatch_depth_; }
+  void LeaveDispatch();
+  // Deletes what DeleteHostLater collected, unless input is being dispatched.
+  void DeletePendingHosts();
+
   // Native handles: unique for the life of the application, never reused.
   HWND RegisterHwnd(SHostWnd* host);
   void UnregisterHwnd(HWND hwnd);
@@ -157,6 +199,15 @@ class SApplication {
   std::shared_ptr<IHostBackend> default_backend_;
   std::unique_ptr<IClipboard> clipboard_;
   bool key_down_[256] = {};
+  SHostWnd* active_ = nullptr;
+  std::vector<SHostWnd*> z_order_;
+  CRect screen_{0, 0, 1920, 1080};
+  std::function<CRect(SHostWnd*)> work_area_;
+  std::vector<IHostInputHook*> hooks_;
+  std::vector<std::unique_ptr<SHostWnd>> adopted_;
+  std::vector<std::unique_ptr<SHostWnd>> doomed_;
+  int dispatch_depth_ = 0;
+  bool deleting_ = false;
 };
 
 // Win32 GetKeyState: the high bit (negative result) while vk is down, from

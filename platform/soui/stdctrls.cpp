@@ -1,6 +1,7 @@
 #include "soui/stdctrls.h"
 
 #include "soui/checkctrls.h"
+#include "soui/combobox.h"
 #include "soui/qvrichtext.h"
 #include "soui/scrollview.h"
 #include "soui/tabctrl.h"
@@ -170,6 +171,7 @@ void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<SStaticMultiLines>();
   RegisterCheckControls(factory);
   RegisterScrollViewControls(factory);
+  RegisterComboBox(factory);
 }
 
 }  // namespace SOUI

@@ -89,6 +89,7 @@ constexpr UINT VK_RIGHT = 0x27;
 constexpr UINT VK_DOWN = 0x28;
 constexpr UINT VK_INSERT = 0x2D;
 constexpr UINT VK_DELETE = 0x2E;
+constexpr UINT VK_F4 = 0x73;
 
 // Window messages that travel through SWindow::SwndProc.
 constexpr UINT WM_CREATE = 0x0001;

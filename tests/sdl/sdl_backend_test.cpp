@@ -16,16 +16,13 @@
 #include "soui/sapp.h"
 #include "soui/scrollview.h"
 #include "soui/stdctrls.h"
+#include "sdl_test_base.h"
 
 namespace SOUI {
 namespace {
 
-class SdlEnvironment : public ::testing::Environment {
- public:
-  void SetUp() override { ASSERT_TRUE(SdlBackend::Init()) << "these tests need a display (xvfb-run)"; }
-  void TearDown() override { SdlBackend::Shutdown(); }
-};
-const auto* const g_env = ::testing::AddGlobalTestEnvironment(new SdlEnvironment);
+// SDL opens once for the whole binary (every file's tests).
+const auto* const g_env = ::testing::AddGlobalTestEnvironment(new test::SdlEnvironment);
 
 // Records what reaches it: message and wParam.
 class Probe : public SWindow {
@@ -47,65 +44,12 @@ class Probe : public SWindow {
   std::vector<std::pair<UINT, WPARAM>> got;
 };
 
-constexpr uint32_t kBoundMs = 5000;
-
-class SdlBackendTest : public ::testing::Test {
+class SdlBackendTest : public test::SdlTestBase {
  protected:
-  static SApplication::Options RealClock() {
-    SApplication::Options o;
-    o.manual_clock = false;
-    return o;
-  }
   void SetUp() override {
-    sdl_->Install(app_);
+    SdlTestBase::SetUp();
     app_.GetFactory().RegisterWindowClass<Probe>();
   }
-  // Pumps until pred() holds; false after kBoundMs.
-  bool PumpUntil(const std::function<bool()>& pred) {
-    const uint64_t end = SDL_GetTicks64() + kBoundMs;
-    while (!pred()) {
-      if (SDL_GetTicks64() > end) return false;
-      sdl_->PumpEvents(10);
-      app_.GetClock().RunDue();
-    }
-    return true;
-  }
-  uint32_t WindowId(SHostWnd* host) { return SDL_GetWindowID(sdl_->GetSdlWindow(host)); }
-  static void Push(SDL_Event e) { ASSERT_EQ(SDL_PushEvent(&e), 1) << SDL_GetError(); }
-  static void PushButton(uint32_t wid, Uint8 button, bool down, CPoint pt, Uint8 clicks = 1) {
-    SDL_Event e{};
-    e.type = down ? SDL_MOUSEBUTTONDOWN : SDL_MOUSEBUTTONUP;
-    e.button.windowID = wid;
-    e.button.button = button;
-    e.button.state = down ? SDL_PRESSED : SDL_RELEASED;
-    e.button.clicks = clicks;
-    e.button.x = pt.x;
-    e.button.y = pt.y;
-    Push(e);
-  }
-  static void PushClick(uint32_t wid, CPoint pt) {
-    SDL_Event m{};
-    m.type = SDL_MOUSEMOTION;
-    m.motion.windowID = wid;
-    m.motion.x = pt.x;
-    m.motion.y = pt.y;
-    Push(m);
-    PushButton(wid, SDL_BUTTON_LEFT, true, pt);
-    PushButton(wid, SDL_BUTTON_LEFT, false, pt);
-  }
-  static void PushWindowEvent(uint32_t wid, Uint8 what, int d1 = 0, int d2 = 0) {
-    SDL_Event e{};
-    e.type = SDL_WINDOWEVENT;
-    e.window.windowID = wid;
-    e.window.event = what;
-    e.window.data1 = d1;
-    e.window.data2 = d2;
-    Push(e);
-  }
-  static CPoint Center(SWindow* w) { return w->GetWindowRect().CenterPoint(); }
-
-  SApplication app_{RealClock()};
-  std::shared_ptr<SdlBackend> sdl_ = std::make_shared<SdlBackend>();
 };
 
 uint32_t PixelAt(cairo_surface_t* s, int x, int y) {
@@ -324,7 +268,7 @@ class SdlDialogTest : public SdlBackendTest {
       owner_enabled_in_loop_ = IsWindowEnabled(owner_.m_hWnd);
       act(dlg);
     }, false);
-    const auto guard = clock.SetTimer(kBoundMs, [&] { dlg.EndDialog(-2); }, false);
+    const auto guard = clock.SetTimer(test::kBoundMs, [&] { dlg.EndDialog(-2); }, false);
     const int code = dlg.DoModal(owner_.m_hWnd);
     clock.KillTimer(t);
     clock.KillTimer(guard);
@@ -371,7 +315,7 @@ TEST_F(SdlBackendTest, MainLoopEndsWhenTheLastVisibleWindowIsClosed) {
   host.ShowWindow(SW_SHOW);
   const uint32_t wid = WindowId(&host);
   app_.GetClock().SetTimer(20, [wid] { PushWindowEvent(wid, SDL_WINDOWEVENT_CLOSE); }, false);
-  const uint64_t end = SDL_GetTicks64() + kBoundMs;
+  const uint64_t end = SDL_GetTicks64() + test::kBoundMs;
   bool timed_out = false;
   sdl_->RunMainLoop(app_, [&] { return (timed_out = SDL_GetTicks64() > end); });
   EXPECT_FALSE(timed_out);
