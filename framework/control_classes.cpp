@@ -4,6 +4,8 @@
 #include "display/market_values.h"
 #include "display/reddots.h"
 #include "display/tags.h"
+#include "framework/style_tables.h"
+#include "soui/sapp.h"
 #include "tabs/item_base.h"
 #include "tabs/tab_page_host.h"
 #include "tabs/tab_variants.h"
@@ -42,6 +44,16 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVFilterTab>();
   factory.RegisterWindowClass<CQVFilterTabItem>();
   factory.RegisterWindowClass<CQVCommTabItem>();
+  // Rich text's qv_text runs name their look by a text style code.
+  if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
+    app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {
+      const QVTextStyle* style = FindQVTextStyle(code);
+      if (!style) return false;
+      *font = style->font;
+      *color = style->color;
+      return true;
+    });
+  }
 }
 
 }  // namespace QVStandardCtrls

@@ -6,7 +6,8 @@
 
 namespace QVStandardCtrls {
 
-// Registers every control class of the library by its XML tag.
+// Registers every control class of the library by its XML tag, and gives
+// the running application the text style codes that rich text runs use.
 QVSTDCTRLS_API void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory);
 
 }  // namespace QVStandardCtrls

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "framework/attr_dispatch.h"
+#include "framework/control_classes.h"
 #include "soui/sapp.h"
 #include "soui/stdctrls.h"
 #include "testing/ui_test_base.h"
@@ -285,6 +286,20 @@ TEST(StyleColours, ReferencesResolveAgainstTheThemeAndUnknownIsUnset) {
   EXPECT_EQ(white, ::RGBA(0xFF, 0xFF, 0xFF, 0xFF));
   EXPECT_EQ(ResolveQVStyleColor(L""), ::CR_INVALID);
   EXPECT_EQ(ResolveQVStyleColor(L"@color\\style_button\\no_such_colour"), ::CR_INVALID);
+}
+
+// Rich text's qv_text runs reach the text style table through the hook the
+// library installs when it registers its controls.
+TEST_F(TextStylePrecedence, RegistrationInstallsTheRichTextStyleHook) {
+  RegisterQVStandardCtrls(app_->GetFactory());
+  const auto& resolve = app_->GetTextStyleResolver();
+  ASSERT_TRUE(resolve);
+  SOUI::SStringW font, color;
+  ASSERT_TRUE(resolve(L"HB2", &font, &color));
+  EXPECT_EQ(font, L"size:16dp,bold:1");
+  EXPECT_EQ(color, L"@color\\style_skin_qv_text\\text_h1");
+  EXPECT_FALSE(resolve(L"NOPE", &font, &color));
+  EXPECT_EQ(font, L"size:16dp,bold:1");  // untouched on a miss
 }
 
 }  // namespace
