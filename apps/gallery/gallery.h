@@ -21,6 +21,8 @@ SOUI::SStringW BuildLayout(SOUI::SApplication& app, bool full_height);
 // Wires the host-side behaviour some pages need (the rise-colour switch of
 // the market page). Run once after the host is built.
 void InstallPageBehaviour(SOUI::SHostWnd& host);
+// The text and input page's part of it.
+void InstallTextInputPage(SOUI::SWindow* root);
 
 struct WindowOptions {
   std::string screenshot;  // captured from the real window before closing

@@ -5,7 +5,6 @@
 
 #include "qvhost/config.h"
 #include "qvhost/message_dispatch.h"
-#include "soui/edit.h"
 #include "soui/swnd.h"
 
 using namespace SOUI;
@@ -33,11 +32,7 @@ bool ReadRedRise() {
 
 void InstallPageBehaviour(SHostWnd& host) {
   SWindow* root = host.GetRoot();
-  // The wrapping edit starts with a word selected, to show the selection colours.
-  if (SEdit* edit = root->FindChildByName2<SEdit>(L"demo_wrap_edit")) {
-    const int at = edit->GetWindowText().Find(L"wrap");
-    if (at >= 0) edit->SetSel(at, at + 4);
-  }
+  InstallTextInputPage(root);
   // Prices start in the red-rises colours; bring them to the user's setting.
   SetRedRiseOnPrices(root, ReadRedRise());
   SWindow* toggle = root->FindChildByName(L"btn_toggle_redrise");

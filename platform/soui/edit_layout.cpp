@@ -214,6 +214,12 @@ void SEdit::EnsureCaretVisible() {
   } else if (x >= scroll_x_ + rc.Width()) {
     scroll_x_ = x - rc.Width() + 1;
   }
+  if (!multi_lines_) {
+    // No further than the text needs: a scroll set while the edit was
+    // narrow (before its first layout) must not hide text that now fits.
+    const int text_end = LineX(para, line, static_cast<int>(paras_[static_cast<size_t>(para)].size()));
+    scroll_x_ = std::max(0, std::min(scroll_x_, text_end - rc.Width() + 1));
+  }
   if (multi_lines_) {
     const int top = LineIndex(para, line) * LineHeight(), bottom = top + LineHeight();
     if (top < scroll_y_) scroll_y_ = top;

@@ -205,6 +205,12 @@ TEST_F(EditTest, ALongSingleLineScrollsToKeepTheCaretInView) {
   e->RedrawRegion(&rt, host()->GetClientRect());
   // the text is drawn shifted left by the scroll, clipped to the edit
   EXPECT_TRUE(rt.Contains("TextOut \"" + std::string(30, '9') + "\" (-61,")) << rt.Dump();
+
+  // Widened until the text fits, it shows all of it from the start (a
+  // scroll left from a narrow first layout must not hide the beginning).
+  const CRect wide(0, 0, 300, 30);
+  e->Move(&wide);
+  EXPECT_EQ(e->GetScrollX(), 0);
 }
 
 TEST_F(EditTest, PasswordReadOnlyNumberAndCueText) {
