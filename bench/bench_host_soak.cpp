@@ -7,9 +7,9 @@
 #include <malloc.h>
 
 #include <cstdio>
-#include <fstream>
 #include <string>
 
+#include "bench_memory.h"
 #include "soui/hostwnd.h"
 #include "soui/sapp.h"
 
@@ -22,17 +22,6 @@ constexpr char kSmallLayout[] =
     "<button name='ok' pos='-88,-36,@80,@28' text='OK' colorBkgnd='#3366CC'/>"
     "<window name='band' pos='0,-4,-0,-0' colorBkgnd='#CCCCCC'/>"
     "</root></SOUI>";
-
-long ResidentKb() {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.rfind("VmRSS:", 0) == 0) return std::stol(line.substr(6));
-  }
-  return -1;
-}
-
-long HeapInUseKb() { return static_cast<long>(mallinfo2().uordblks / 1024); }
 
 void OneHost() {
   SOUI::SHostWnd host(L"LAYOUT:soak");

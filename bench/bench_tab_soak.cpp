@@ -10,26 +10,15 @@
 #include <pugixml.hpp>
 
 #include <cstdio>
-#include <fstream>
 #include <string>
 
+#include "bench_memory.h"
 #include "framework/control_classes.h"
 #include "soui/hostwnd.h"
 #include "soui/sapp.h"
 #include "tabs/tab_variants.h"
 
 namespace {
-
-long ResidentKb() {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.rfind("VmRSS:", 0) == 0) return std::stol(line.substr(6));
-  }
-  return -1;
-}
-
-long HeapInUseKb() { return static_cast<long>(mallinfo2().uordblks / 1024); }
 
 constexpr int kSteadyTabs = 20;
 
