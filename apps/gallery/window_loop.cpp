@@ -20,10 +20,14 @@ bool StartWindowBackend(SOUI::SApplication& app) {
 int RunInWindow(SOUI::SApplication& app, SOUI::SHostWnd& host, const WindowOptions& opt) {
   if (!host.Create()) return 1;
   host.ShowWindow(SOUI::SW_SHOW);
-  const uint64_t start = app.GetClock().Now();
-  const int rc = g_backend->RunMainLoop(app, [&] {
-    return opt.exit_after_ms > 0 && app.GetClock().Now() - start >= static_cast<uint64_t>(opt.exit_after_ms);
-  });
+  // The loop sleeps while nothing happens: the end is a timer of its own.
+  bool time_up = false;
+  SOUI::SClock::TimerId end_timer = 0;
+  if (opt.exit_after_ms > 0) {
+    end_timer = app.GetClock().SetTimer(static_cast<uint32_t>(opt.exit_after_ms), [&time_up] { time_up = true; }, false);
+  }
+  const int rc = g_backend->RunMainLoop(app, [&] { return time_up; });
+  if (end_timer) app.GetClock().KillTimer(end_timer);
   if (!opt.screenshot.empty() && SOUI::IsWindow(host.m_hWnd)) {
     if (!g_backend->CaptureWindow(&host, opt.screenshot)) {
       std::fprintf(stderr, "qvgallery: could not capture the window\n");

@@ -298,8 +298,10 @@ void SdlBackend::RenderDirtyHosts() {
 void SdlBackend::PumpEvents(uint32_t max_wait_ms) {
   RenderDirtyHosts();
   SDL_Event e;
-  const int got = max_wait_ms == 0 ? SDL_PollEvent(&e)
-                                   : SDL_WaitEventTimeout(&e, static_cast<int>(max_wait_ms));
+  const int got = max_wait_ms == 0             ? SDL_PollEvent(&e)
+                  : max_wait_ms == kWaitForever ? SDL_WaitEvent(&e)
+                                                : SDL_WaitEventTimeout(&e, static_cast<int>(std::min<uint32_t>(
+                                                                               max_wait_ms, INT32_MAX)));
   if (got) {
     Dispatch(e);
     while (SDL_PollEvent(&e)) Dispatch(e);
@@ -318,8 +320,9 @@ int SdlBackend::RunMainLoop(SApplication& app, const std::function<bool()>& done
     else if (had_visible) break;
     SClock& clock = app.GetClock();
     const uint64_t now = clock.Now(), next = clock.NextDue();
-    const uint64_t wait = next == UINT64_MAX ? 50 : (next > now ? next - now : 0);
-    PumpEvents(static_cast<uint32_t>(std::min<uint64_t>(wait, 50)));
+    const uint64_t wait = next == UINT64_MAX ? kWaitForever : (next > now ? next - now : 0);
+    PumpEvents(static_cast<uint32_t>(std::min<uint64_t>(wait, kWaitForever)));
+    ++wake_count_;
     clock.RunDue();
   }
   RenderDirtyHosts();

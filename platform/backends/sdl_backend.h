@@ -62,12 +62,19 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
   // application's. The backend must be owned by a
   // shared_ptr.
   void Install(SOUI::SApplication& app);
-  // Renders dirty hosts, waits up to max_wait_ms for SDL events, delivers all
-  // that are queued, and renders again.
+  // Renders dirty hosts, waits up to max_wait_ms (kWaitForever: until an
+  // event comes) for SDL events, delivers all that are queued, and renders
+  // again.
+  static constexpr uint32_t kWaitForever = UINT32_MAX;
   void PumpEvents(uint32_t max_wait_ms);
   // Pumps events, runs due clock timers and paints until done() is true or
-  // the last visible window has gone (after at least one was shown).
+  // the last visible window has gone (after at least one was shown). It
+  // sleeps until input arrives or the next clock timer is due, so an idle
+  // host costs nothing; done() is asked after every wake-up, so a loop that
+  // should end at some time sets a clock timer for it.
   int RunMainLoop(SOUI::SApplication& app, const std::function<bool()>& done);
+  // How many times RunMainLoop has woken from its wait.
+  uint64_t GetWakeCount() const { return wake_count_; }
   // Repaints every visible host with a non-empty dirty rect.
   void RenderDirtyHosts();
 
@@ -96,6 +103,7 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
   static UINT MouseFlags(uint32_t button_state);
 
   std::map<SOUI::SHostWnd*, Native> windows_;
+  uint64_t wake_count_ = 0;
   std::map<int, SDL_Cursor*> cursors_;  // by SDL_SystemCursor, made on first use
   bool composing_ = false;              // an input-method composition is showing
   std::map<uint32_t, SOUI::SHostWnd*> by_id_;

@@ -315,11 +315,38 @@ TEST_F(SdlBackendTest, MainLoopEndsWhenTheLastVisibleWindowIsClosed) {
   host.ShowWindow(SW_SHOW);
   const uint32_t wid = WindowId(&host);
   app_.GetClock().SetTimer(20, [wid] { PushWindowEvent(wid, SDL_WINDOWEVENT_CLOSE); }, false);
-  const uint64_t end = SDL_GetTicks64() + test::kBoundMs;
   bool timed_out = false;
-  sdl_->RunMainLoop(app_, [&] { return (timed_out = SDL_GetTicks64() > end); });
+  const auto guard = app_.GetClock().SetTimer(test::kBoundMs, [&timed_out] { timed_out = true; }, false);
+  sdl_->RunMainLoop(app_, [&] { return timed_out; });
+  app_.GetClock().KillTimer(guard);
   EXPECT_FALSE(timed_out);
   EXPECT_EQ(host.m_hWnd, nullptr);  // a plain host is destroyed by closing
+}
+
+// An idle window costs nothing: once the window system has had its say,
+// the loop sleeps until the one timer that ends it.
+TEST_F(SdlBackendTest, AnIdleHostDoesNotWakeTheLoop) {
+  SHostWnd host;
+  host.InitFromXmlText(
+      L"<SOUI width='320' height='200'><root colorBkgnd='#FFFFFF'>"
+      L"<edit pos='10,10,@200,@24'/><button pos='10,[10,@80,@28'>OK</button>"
+      L"<combobox pos='10,[10,@120,@26'><items><item text='a'/></items></combobox>"
+      L"<scrollview pos='10,[10,@200,@60' viewSize='-1,200'><text pos='0,0'>notes</text></scrollview>"
+      L"</root></SOUI>");
+  host.Create(nullptr, 10, 10);
+  host.ShowWindow(SW_SHOW);
+  bool settled = false;
+  const auto settle = app_.GetClock().SetTimer(300, [&settled] { settled = true; }, false);
+  sdl_->RunMainLoop(app_, [&] { return settled; });
+  app_.GetClock().KillTimer(settle);
+
+  const uint64_t before = sdl_->GetWakeCount();
+  bool done = false;
+  const auto end = app_.GetClock().SetTimer(1000, [&done] { done = true; }, false);
+  sdl_->RunMainLoop(app_, [&] { return done; });
+  app_.GetClock().KillTimer(end);
+  EXPECT_EQ(sdl_->GetWakeCount() - before, 1u);  // the end timer, nothing else
+  host.DestroyWindow();
 }
 
 }  // namespace
