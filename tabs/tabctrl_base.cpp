@@ -170,9 +170,9 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
   FireEvent(evt);
 
   OnInsertNewItem(item);
-  UpdateChildrenPosition();
   RequestRelayout();
-  UpdateTabRect(head_, nullptr, item, true);
+  // The tabs before the new one stay where they are.
+  UpdateTabRect(item, nullptr, item, true);
   // A new tab fades in where it lands while its neighbours make room.
   if (item->IsCreateAnimator() && animation_ && GetContainer()) item->ShowWithAnimator(kFadeMs);
   return item->GetItemId();
@@ -408,6 +408,19 @@ int CQVTabCtrlBase::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBas
   int row = 1;
   int x = 0;
   int y = rc.top;
+  // Starting after the head, carry on from where the tab before `from`
+  // ends; a tab being dragged is not in its slot, so then start over.
+  if (from && from != head_) {
+    const CQVItemBase* prev = from->GetPrev();
+    const CRect slot = prev ? prev->GetFinalRect() : CRect();
+    if (!prev || prev->IsDraged() || slot.IsRectEmpty()) {
+      from = head_;
+    } else {
+      x = slot.right - rc.left + item_gap_;
+      y = slot.top;
+      row = 1 + std::max(0, y - rc.top) / std::max(1, ih + row_spacing_);
+    }
+  }
   bool overflow = false;
   for (CQVItemBase* item = from; item; item = item->GetNext()) {
     const int w = ItemWidthPx(item);

@@ -204,7 +204,8 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   virtual void RemoveTab(CQVItemBase* item);
  protected:
   // Places from..to (to inclusive, null: the tail); skip is placed at once
-  // without gliding. Returns the rows used.
+  // without gliding. The tabs before `from` are taken to be in their places
+  // and placing carries on after them. Returns the rows used.
   virtual int UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBase* skip, bool animate);
   virtual void UpdateAllTabRect();
   void UpdateChildrenPosition() override;
