@@ -82,7 +82,7 @@ HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   const auto& fonts = QVRedGreenFonts();
   auto it = fonts.find(value);
   if (it == fonts.end()) return S_OK;
-  GetStyleForWrite().SetAttribute(L"font", it->second);
+  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"font", it->second); });
   if (!loading) RequestRelayout();
   return S_OK;
 }
@@ -113,7 +113,7 @@ void CQVRedGreenStatic::UpdateRiseFallColor() {
 
 void CQVRedGreenStatic::ResetColorText() {
   const SStringW& ref = current_ > compare_ ? rise_ref_ : current_ < compare_ ? fall_ref_ : stable_ref_;
-  GetStyleForWrite().SetAttribute(L"colorText", ref);
+  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"colorText", ref); });
 }
 
 void CQVRedGreenStatic::OnRiseFallColorChange(unsigned message, unsigned parameter, msg_body_ptr body) {

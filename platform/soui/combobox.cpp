@@ -467,7 +467,11 @@ void SComboBox::OnCreateDropDown(SDropDownWnd* dropdown) {
     list_->SetAttribute(L"font", w->GetStyle().GetFont(0).Source(), TRUE);
     break;
   }
-  list_->GetStyleForWrite().colorText[0].SetValue(GetPaintTextColor());
+  const COLORREF text = GetPaintTextColor();
+  list_->EditStyle([text](SwndStyle& s) {
+    s.colorText[0].SetValue(text);
+    return true;
+  });
   ApplyStyle(list_, list_style_);
   root->InsertChild(list_);
   dropdown->UpdateLayout();

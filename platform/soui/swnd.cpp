@@ -425,12 +425,96 @@ void SWindow::OnContainerChanged(ISwndContainer* old_container) {
   desired_cache_.epoch = 0;
 }
 
-SwndStyle& SWindow::GetStyleForWrite() {
-  if (!own_style_) {
-    own_style_ = std::make_unique<SwndStyle>(*style_);
-    style_ = own_style_.get();
+namespace {
+
+// Every field that tells two styles apart: the sources of colours and fonts
+// as text, the numbers as raw values (a key is made for every styled window,
+// so no formatting).
+std::wstring StyleKey(const SwndStyle& s) {
+  std::wstring key;
+  key.reserve(64);
+  auto num = [&key](uint32_t v) { key.push_back(static_cast<wchar_t>(v)); };
+  auto color = [&](const ThemedColor& c) {
+    if (c.IsSet() && c.Source().IsEmpty()) num(c.Get());  // a value set in code
+    else if (c.IsSet()) key.append(c.Source().c_str(), static_cast<size_t>(c.Source().GetLength()));
+    key.push_back(L'\x1f');
+  };
+  for (const ThemedColor& c : s.colorText) color(c);
+  color(s.colorBkgnd);
+  color(s.colorBorder);
+  for (const ThemedFont& f : s.font) {
+    if (f.IsSet()) key.append(f.Source().c_str(), static_cast<size_t>(f.Source().GetLength()));
+    key.push_back(L'\x1f');
   }
-  return *own_style_;
+  for (const SLayoutSize* sizes : {s.padding, s.margin}) {
+    for (int i = 0; i < 4; ++i) {
+      uint32_t bits = 0;
+      const float v = sizes[i].fSize();
+      std::memcpy(&bits, &v, sizeof bits);
+      num(bits);
+      num(static_cast<uint32_t>(sizes[i].unit()));
+    }
+  }
+  num(static_cast<uint32_t>(s.align));
+  num(static_cast<uint32_t>(s.valign));
+  num(s.dotted ? 1 : 0);
+  num(s.textMode);
+  num(s.alpha);
+  key.append(s.cursor.c_str(), static_cast<size_t>(s.cursor.GetLength()));
+  return key;
+}
+
+// Styles in use, by key. Never destroyed, so that a window outliving static
+// destruction can still let go of its style.
+std::unordered_map<std::wstring, std::weak_ptr<const SwndStyle>>& StylePool() {
+  static auto* pool = new std::unordered_map<std::wstring, std::weak_ptr<const SwndStyle>>();
+  return *pool;
+}
+
+std::shared_ptr<const SwndStyle> InternStyle(SwndStyle&& style) {
+  auto& pool = StylePool();
+  std::wstring key = StyleKey(style);
+  auto it = pool.find(key);
+  if (it != pool.end()) {
+    if (auto alive = it->second.lock()) return alive;
+  }
+  // The last owner takes the entry out again (unless a newer one replaced it).
+  auto* owned = new SwndStyle(std::move(style));
+  std::shared_ptr<const SwndStyle> shared(owned, [key](const SwndStyle* s) {
+    auto& p = StylePool();
+    auto entry = p.find(key);
+    if (entry != p.end() && entry->second.expired()) p.erase(entry);
+    delete s;
+  });
+  pool[std::move(key)] = shared;
+  return shared;
+}
+
+}  // namespace
+
+SWindow::StyleBatch::StyleBatch(SWindow* w) : w_(w), outer_(!w->batching_style_) { w_->batching_style_ = true; }
+
+SWindow::StyleBatch::~StyleBatch() {
+  if (!outer_) return;
+  w_->batching_style_ = false;
+  if (!w_->batch_style_) return;
+  w_->interned_style_ = InternStyle(std::move(*w_->batch_style_));
+  w_->style_ = w_->interned_style_.get();
+  w_->batch_style_.reset();
+}
+
+bool SWindow::EditStyle(const std::function<bool(SwndStyle&)>& change) {
+  if (batching_style_) {
+    if (!batch_style_) batch_style_ = std::make_unique<SwndStyle>(*style_);
+    if (!change(*batch_style_)) return false;
+    style_ = batch_style_.get();
+    return true;
+  }
+  SwndStyle copy = *style_;
+  if (!change(copy)) return false;
+  interned_style_ = InternStyle(std::move(copy));
+  style_ = interned_style_.get();
+  return true;
 }
 
 // ---- identity and text ---------------------------------------------------------------
@@ -497,7 +581,7 @@ int ParseId(const SStringW& value) {
 HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
   const StdAttr attr = LookupStdAttr(name);
   if (IsStyleAttr(attr)) {
-    if (!GetStyleForWrite().SetStdAttribute(attr, value)) return E_FAIL;
+    if (!EditStyle([&](SwndStyle& s) { return s.SetStdAttribute(attr, value); })) return E_FAIL;
     const bool font = attr >= StdAttr::Font && attr <= StdAttr::FontDisable;
     // Descendants without a font of their own measure with this one.
     if (font) ForEachDescendant(this, [](SWindow* w) { w->desired_cache_.epoch = 0; });

@@ -202,8 +202,10 @@ class SWindow : public SObject {
   virtual void SetWindowText(const SStringW& text);
   SStringW GetToolTipText() const { return rare_ ? rare_->tip : SStringW(); }
   const SwndStyle& GetStyle() const { return *style_; }
-  // The window's own style, copied from the shared one on first write.
-  SwndStyle& GetStyleForWrite();
+  // Changes the style: change() edits a copy, and when it returns true the
+  // window takes the copy (shared with every window whose style is the
+  // same); false leaves the style as it was.
+  bool EditStyle(const std::function<bool(SwndStyle&)>& change);
   ISkinObj* GetBkgndSkin() const { return skin_.Get(GetScale()); }
 
   // ---- attributes -------------------------------------------------------------
@@ -409,11 +411,29 @@ class SWindow : public SObject {
   int id_ = 0;
   SStringW name_;
   SStringW text_;
-  // Shared until written: most windows never set a style attribute, and a
-  // class's own defaults (alignment, cursor) exist once per class. Derived
-  // constructors point it at a static style of theirs (UseClassStyle).
+  // Always shared: most windows never set a style attribute, a class's own
+  // defaults (alignment, cursor) exist once per class (derived constructors
+  // point it at a static style of theirs with UseClassStyle), and windows
+  // whose styles come out the same share one (EditStyle).
   const SwndStyle* style_;
-  std::unique_ptr<SwndStyle> own_style_;
+  std::shared_ptr<const SwndStyle> interned_style_;
+  // While a window applies its XML attributes, style edits go to one private
+  // copy (made in place, so a change that fails must change nothing),
+  // shared when the batch ends: one copy per window rather than one per
+  // attribute.
+  std::unique_ptr<SwndStyle> batch_style_;
+  bool batching_style_ = false;
+  class StyleBatch {
+   public:
+    explicit StyleBatch(SWindow* w);
+    ~StyleBatch();
+    StyleBatch(const StyleBatch&) = delete;
+    StyleBatch& operator=(const StyleBatch&) = delete;
+
+   private:
+    SWindow* w_;
+    bool outer_;
+  };
   void UseClassStyle(const SwndStyle& shared) { style_ = &shared; }
   ThemedSkin skin_;
   SouiLayoutParam layout_param_;

@@ -83,6 +83,8 @@ BOOL SWindow::InitFromXml(pugi::xml_node node) {
 void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   // From XML a window starts as wrap x wrap.
   layout_param_.Clear();
+  // Style attributes edit one private copy, shared once at the end.
+  StyleBatch batch(this);
   // A class is applied before the element's own attributes.
   auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {

@@ -56,6 +56,30 @@ TEST_F(SWindowTest, AttributesArriveInDocumentOrderWhileLoadingThenChildrenThenC
   EXPECT_EQ(r->GetAttribute(L"pos"), L"1,2,@3,@4");
 }
 
+// Windows whose styles come out the same share one; changing one window's
+// style never reaches another, and a rejected value changes nothing.
+TEST_F(SWindowTest, EqualStylesAreSharedAndChangesStayWithTheirWindow) {
+  CreateHostWithChildren(
+      L"<window name='a' colorText='#112233' padding='2,2,2,2'/>"
+      L"<window name='b' padding='2,2,2,2' colorText='#112233'/>"
+      L"<window name='c' colorText='#112233'/><window name='d'/><window name='e'/>");
+  SWindow *a = Find(L"a"), *b = Find(L"b"), *c = Find(L"c");
+  EXPECT_EQ(&a->GetStyle(), &b->GetStyle());
+  EXPECT_NE(&a->GetStyle(), &c->GetStyle());
+  EXPECT_EQ(&Find(L"d")->GetStyle(), &Find(L"e")->GetStyle());
+
+  EXPECT_EQ(b->SetAttribute(L"colorText", L"#445566", FALSE), S_OK);
+  EXPECT_EQ(a->GetStyle().GetTextColor(0), RGBA(0x11, 0x22, 0x33, 0xFF));
+  EXPECT_EQ(b->GetStyle().GetTextColor(0), RGBA(0x44, 0x55, 0x66, 0xFF));
+  // Back to the same values: shared again.
+  EXPECT_EQ(b->SetAttribute(L"colorText", L"#112233", FALSE), S_OK);
+  EXPECT_EQ(&a->GetStyle(), &b->GetStyle());
+
+  const SwndStyle* before = &a->GetStyle();
+  EXPECT_EQ(a->SetAttribute(L"colorText", L"@color\\no\\such", FALSE), E_FAIL);
+  EXPECT_EQ(&a->GetStyle(), before);
+}
+
 TEST_F(SWindowTest, ClassAppliesBeforeTheElementsOwnAttributes) {
   pugi::xml_document decl;
   decl.load_string("<class name='big' alpha='10' tip='from class'/>");
