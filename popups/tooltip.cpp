@@ -122,7 +122,10 @@ void CQVToolTip::UpdateIconSkin() {
 void CQVToolTip::UpdateLinkText() { ReBuildContent(); }
 
 void CQVToolTip::UpdateCloseBtnVisible() {
-  if (close_) close_->SetVisible(close_shown_ ? TRUE : FALSE, TRUE);
+  if (!close_) return;
+  // The mark takes the message colour so that it reads on every band.
+  close_->SetAttribute(L"colorText", text_color_, FALSE);
+  close_->SetVisible(close_shown_ ? TRUE : FALSE, TRUE);
 }
 
 void CQVToolTip::UpdateTextPos() {
@@ -179,6 +182,7 @@ HRESULT CQVToolTip::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   bkgnd_color_ = it->second.bkgnd_color;
   if (Built()) {
     SWindow::SetAttribute(L"colorBkgnd", bkgnd_color_, FALSE);
+    UpdateCloseBtnVisible();
     ReBuildContent();
   }
   return S_OK;

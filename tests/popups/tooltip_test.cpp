@@ -40,7 +40,9 @@ class ToolTipTest : public LibraryTestBase {
     SOUI::QVRichText* rich = Text();
     const CRect client = rich->GetChildrenLayoutRect();
     for (const auto& f : rich->LayoutFragments(client.Width())) {
-      if (f.run == run) return CPoint(client.left + (f.rc.left + f.rc.right) / 2, client.top + (f.rc.top + f.rc.bottom) / 2);
+      if (f.run == run) {
+        return CPoint(client.left + (f.rc.left + f.rc.right) / 2, client.top + (f.rc.top + f.rc.bottom) / 2);
+      }
     }
     ADD_FAILURE() << "run " << run << " not laid out";
     return CPoint();
