@@ -17,6 +17,7 @@ using SOUI::CSize;
 using SOUI::SStringW;
 
 std::map<HWND, std::shared_ptr<CQVToastWnd>> IQVToast::ms_mapToastWnd;
+QVToastOptions IQVToast::ms_options;
 
 namespace {
 
@@ -94,6 +95,7 @@ SStringW CQVToastWnd::ContentXml() const {
   // CDATA keeps the text as given; a "]]>" inside it would end the section,
   // so that sequence is split across two sections.
   SStringW safe = text_;
+  if (repeat_ > 1) safe += SStringW::Format2(L" \u00D7%d", repeat_);
   safe.Replace(L"]]>", L"]]]]><![CDATA[>");
   return SStringW::Format2(
       L"<RichEditContent><text name=\"text\" font=\"size:%ddp\" color=\"@color\\style_common\\text_h1\">"
@@ -117,11 +119,43 @@ void CQVToastWnd::Hide() {
   KillAllTimers();
   ShowWindow(SOUI::SW_HIDE);
   visible_ = false;
+  phase_ = Phase::kHidden;
+}
+
+void CQVToastWnd::SetOptions(const QVToastOptions& options) {
+  options_ = options;
+  // Hover needs input; without the option nothing may reach the toast.
+  EnableWindow(options_.pause_on_hover ? TRUE : FALSE);
+}
+
+bool CQVToastWnd::Coalesce(bool use_type, int type, const SStringW& icon_skin, const SStringW& text) {
+  if (!options_.coalesce || phase_ == Phase::kHidden || !visible_) return false;
+  if (use_type != use_icon_type_ || text != text_) return false;
+  if (use_type ? type != icon_type_ : (icon_skin.IsEmpty() ? SStringW(L"skin_toast_bg") : icon_skin) != icon_skin_) {
+    return false;
+  }
+  ++repeat_;
+  BuildContent();
+  Reposition();
+  stayed_ms_ = 0;
+  if (phase_ == Phase::kStaying) {
+    SetTimer(stay_timer_, options_.pause_on_hover ? show_interval_ : stay_time_);
+  } else if (phase_ == Phase::kSlidingOut) {
+    // Back in from where it is: the show step with the same progress.
+    KillTimer(hide_timer_);
+    show_step_ = std::max(hide_step_, -1);
+    phase_ = Phase::kSlidingIn;
+    SetTimer(show_timer_, show_interval_);
+  }
+  return true;
 }
 
 void CQVToastWnd::Start() {
   if (visible_) Hide();
   visible_ = true;
+  phase_ = Phase::kSlidingIn;
+  repeat_ = 1;
+  stayed_ms_ = 0;
   progress_ = 0;
   BuildContent();
   Reposition();
@@ -194,10 +228,17 @@ void CQVToastWnd::OnTimer(int id) {
     Reposition();
     if (show_step_ >= show_steps_) {
       KillTimer(show_timer_);
-      SetTimer(stay_timer_, stay_time_);
+      phase_ = Phase::kStaying;
+      // Paused stays count in ticks, so that time over the toast is left out.
+      SetTimer(stay_timer_, options_.pause_on_hover ? show_interval_ : stay_time_);
     }
   } else if (id == stay_timer_) {
+    if (options_.pause_on_hover) {
+      if (!GetHover()) stayed_ms_ += show_interval_;
+      if (stayed_ms_ < stay_time_) return;
+    }
     KillTimer(stay_timer_);
+    phase_ = Phase::kSlidingOut;
     hide_step_ = hide_steps_;
     SetTimer(hide_timer_, hide_interval_);
   } else if (id == hide_timer_) {
@@ -249,13 +290,17 @@ bool IQVToast::Track(HWND owner, bool use_type, int type, const wchar_t* icon_sk
         << static_cast<const void*>(toast ? toast->m_hWnd : nullptr);
     return false;
   }
+  toast->SetOptions(ms_options);
+  const SStringW skin = icon_skin ? SStringW(icon_skin) : SStringW();
+  const SStringW message = text ? SStringW(text) : SStringW();
+  if (toast->Coalesce(use_type, type, skin, message)) return true;
   toast->ResetToastSetting();
   if (use_type) {
     toast->SetIconType(type);
   } else {
-    toast->SetIconSkin(icon_skin ? SStringW(icon_skin) : SStringW());
+    toast->SetIconSkin(skin);
   }
-  toast->SetText(text ? SStringW(text) : SStringW());
+  toast->SetText(message);
   toast->SetVerticalOffset(offset_y);
   toast->SetStayTime(stay_ms);
   toast->Start();

@@ -21,6 +21,14 @@
 //   else:   window top = R.top + y
 //   centred on R horizontally; the caller's vertical offset added to the top.
 //
+// Two opt-in options (IQVToast::SetToastOptions; both off by default):
+//   pause on hover  the window takes the mouse (never the focus) and its stay
+//                   time runs only while the mouse is elsewhere
+//   coalesce        the same text and icon again while the toast is up shows
+//                   once with a count ("Order filled ×3") and starts its stay
+//                   again, sliding back in if it was leaving, instead of
+//                   restarting from the top
+//
 // An entry never outlives its owner: the registry listens for destroyed
 // handles and drops the owner's toast, so a later window that happens to get
 // the same handle value starts afresh.
@@ -43,6 +51,11 @@ enum EnQVToastIconType {
   QVToastIcon_Warning = 2,
   QVToastIcon_Success = 3,
   QVToastIcon_Error = 4,
+};
+
+struct QVToastOptions {
+  bool pause_on_hover = false;
+  bool coalesce = false;
 };
 
 class QVSTDCTRLS_API CQVToastWnd : public SOUI::SHostWnd {
@@ -74,6 +87,12 @@ class QVSTDCTRLS_API CQVToastWnd : public SOUI::SHostWnd {
   // Places the window for the current progress over the owner.
   void Reposition();
   void OnTimer(int id) override;
+  // With coalescing: counts a repeat of the toast that is up (same icon and
+  // text) and keeps it up. False when the toast is hidden or differs.
+  bool Coalesce(bool use_type, int type, const SOUI::SStringW& icon_skin, const SOUI::SStringW& text);
+  void SetOptions(const QVToastOptions& options);
+  // Repeats counted by coalescing (1: shown once).
+  int GetRepeatCount() const { return repeat_; }
 
   // Ease-out cubic of step / steps, 0 at step 0 and 1 at the last step.
   static double Progress(int step, int steps);
@@ -122,6 +141,13 @@ class QVSTDCTRLS_API CQVToastWnd : public SOUI::SHostWnd {
   SOUI::SStringW icon_skin_;
   SOUI::SStringW text_;
   int zoom_ = 100;
+
+  // The opt-in options and their state.
+  QVToastOptions options_;
+  enum class Phase { kHidden, kSlidingIn, kStaying, kSlidingOut };
+  Phase phase_ = Phase::kHidden;
+  int repeat_ = 1;
+  unsigned int stayed_ms_ = 0;  // pause on hover: stay time run so far
 };
 
 class QVSTDCTRLS_API IQVToast {
@@ -136,6 +162,10 @@ class QVSTDCTRLS_API IQVToast {
   static bool TrackPopupToast(HWND owner, const wchar_t* icon_skin, const wchar_t* text, int offset_y,
                               unsigned int stay_ms);
 
+  // The opt-in options for every later toast; the defaults are both off.
+  static void SetToastOptions(const QVToastOptions& options) { ms_options = options; }
+  static const QVToastOptions& GetToastOptions() { return ms_options; }
+
   // Number of owners with a toast window (tests, soak).
   static size_t ToastWndCount() { return ms_mapToastWnd.size(); }
 
@@ -146,6 +176,7 @@ class QVSTDCTRLS_API IQVToast {
   static void DeleteToastWnd(HWND owner);
 
   static std::map<HWND, std::shared_ptr<CQVToastWnd>> ms_mapToastWnd;
+  static QVToastOptions ms_options;
 
  private:
   static bool Track(HWND owner, bool use_type, int type, const wchar_t* icon_skin, const wchar_t* text,

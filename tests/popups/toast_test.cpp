@@ -10,6 +10,7 @@
 #include "soui/qvrichtext.h"
 #include "soui/sapp.h"
 #include "soui/skin.h"
+#include "testing/event_generator.h"
 
 namespace QVStandardCtrls {
 namespace test {
@@ -36,6 +37,10 @@ class ToastTest : public LibraryTestBase {
     CreateHost(kOwnerXml, 400, 300);
     // A known owner rectangle: (100, 50) - (500, 350).
     host()->SetWindowPos(nullptr, 100, 50, 400, 300, SOUI::SWP_NOZORDER);
+  }
+  void TearDown() override {
+    IQVToast::SetToastOptions(QVToastOptions());
+    LibraryTestBase::TearDown();
   }
   HWND owner() { return host()->m_hWnd; }
   std::shared_ptr<CQVToastWnd> toast() { return ToastRegistry::Of(owner()); }
@@ -236,6 +241,81 @@ TEST_F(ToastTest, ManyToastsOverOwnersCreatedAndDestroyedLeaveNothingBehind) {
   EXPECT_EQ(IQVToast::ToastWndCount(), 0u);
   EXPECT_EQ(app_->GetHosts().size(), hosts_before);
   EXPECT_EQ(app_->GetClock().PendingTimers(), 0u);
+}
+
+// ---- opt-in options ----
+
+TEST_F(ToastTest, CoalescingCountsRepeatsInsteadOfRestarting) {
+  QVToastOptions options;
+  options.coalesce = true;
+  IQVToast::SetToastOptions(options);
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Success, L"Order filled", 0, 500));
+  std::shared_ptr<CQVToastWnd> t = toast();
+  Advance(60);
+  const double mid_slide = t->GetProgress();
+  // A repeat while sliding in: counted, the slide goes on.
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Success, L"Order filled", 0, 500));
+  EXPECT_DOUBLE_EQ(t->GetProgress(), mid_slide);
+  Advance(60);
+  EXPECT_DOUBLE_EQ(t->GetProgress(), 1);
+  // A repeat while staying starts the stay again.
+  Advance(400);
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Success, L"Order filled", 0, 500));
+  EXPECT_EQ(t->GetRepeatCount(), 3);
+  EXPECT_EQ(t->GetText(), SStringW(L"Order filled"));
+  auto* rich = t->FindChildByName2<SOUI::QVRichText>(L"rich_toast_text");
+  EXPECT_EQ(rich->GetPlainText(), SStringW(L"Order filled \u00D73"));
+  Advance(499);
+  EXPECT_DOUBLE_EQ(t->GetProgress(), 1);
+  // A repeat while sliding out brings it back in from where it was.
+  Advance(41);
+  const double leaving = t->GetProgress();
+  ASSERT_LT(leaving, 1);
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Success, L"Order filled", 0, 500));
+  Advance(20);
+  EXPECT_GT(t->GetProgress(), leaving);
+  EXPECT_EQ(t->GetRepeatCount(), 4);
+  // Another text (or icon) restarts as usual, counting from one.
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Error, L"Order filled", 0, 500));
+  EXPECT_EQ(t->GetRepeatCount(), 1);
+  EXPECT_DOUBLE_EQ(t->GetProgress(), 0);
+  EXPECT_EQ(rich->GetPlainText(), SStringW(L"Order filled"));
+  // Once hidden, the same text is a new toast.
+  Advance(2000);
+  ASSERT_FALSE(t->IsWindowVisible());
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Error, L"Order filled", 0, 500));
+  EXPECT_EQ(t->GetRepeatCount(), 1);
+}
+
+TEST_F(ToastTest, PauseOnHoverHoldsTheStayWhileTheMouseIsOver) {
+  // Off (the default): disabled, so the mouse over it changes nothing.
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Tip, L"Order filled", 0, 200));
+  std::shared_ptr<CQVToastWnd> t = toast();
+  SOUI::test::EventGenerator over(t.get());
+  Advance(120);
+  over.MoveMouseTo(70, 31);
+  Advance(320);
+  EXPECT_FALSE(t->IsWindowVisible());
+
+  QVToastOptions options;
+  options.pause_on_hover = true;
+  IQVToast::SetToastOptions(options);
+  ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Tip, L"Order filled", 0, 200));
+  EXPECT_TRUE(t->IsWindowEnabled());
+  EXPECT_EQ(SOUI::GetActiveWindow(), owner());
+  Advance(120);
+  Advance(100);  // half the stay
+  over.MoveMouseTo(70, 30);
+  Advance(5000);
+  EXPECT_DOUBLE_EQ(t->GetProgress(), 1);
+  // Away again: the other half, then out.
+  over.MouseLeaveHost();
+  Advance(80);
+  EXPECT_DOUBLE_EQ(t->GetProgress(), 1);
+  Advance(40);
+  EXPECT_LT(t->GetProgress(), 1);
+  Advance(120);
+  EXPECT_FALSE(t->IsWindowVisible());
 }
 
 // Without the toast layout no window can be had: refused with the second line.
