@@ -207,14 +207,20 @@ void CQVToastWnd::Reposition() {
   const int h = height_, w = width_;
   const double y = m + (d + h - 2 * m) * p - h;
   int top = owner_rc.top;
-  SOUI::SWindow* toast = GetRoot()->FindChildByName(L"toast");
+  SStringW offset = L"0,0";
   if (y < 1) {
     // Pinned to the owner's top edge; the content slides inside the window.
     const int span = h - 2 * m;
-    if (toast && span != 0) toast->SetAttribute(L"offset", SStringW::Format2(L"0,%f", y / span), FALSE);
+    if (span != 0) offset = SStringW::Format2(L"0,%f", y / span);
   } else {
     top = owner_rc.top + static_cast<int>(y);
-    if (toast) toast->SetAttribute(L"offset", L"0,0", FALSE);
+  }
+  SOUI::SWindow* toast = GetRoot()->FindChildByName(L"toast");
+  if (toast && offset != card_offset_) {
+    card_offset_ = offset;
+    toast->SetAttribute(L"offset", offset, FALSE);
+    // Where the card was and where it goes both need painting.
+    GetRoot()->Invalidate();
   }
   const int left = owner_rc.left + (owner_rc.Width() - w) / 2;
   top += offset_y_;

@@ -141,6 +141,7 @@ class QVSTDCTRLS_API CQVToastWnd : public SOUI::SHostWnd {
   SOUI::SStringW icon_skin_;
   SOUI::SStringW text_;
   int zoom_ = 100;
+  SOUI::SStringW card_offset_;  // last "offset" given to the card
 
   // The opt-in options and their state.
   QVToastOptions options_;

@@ -104,8 +104,11 @@ TEST_F(ToastTest, PinnedStepsShiftTheCardInsideTheWindow) {
   Advance(20);
   toast()->UpdateLayout();
   EXPECT_LE(card->GetWindowRect().bottom, 0);
-  // p = 1: in place, no shift.
+  toast()->Render();
+  ASSERT_TRUE(toast()->GetDirtyRect().IsRectEmpty());
+  // p = 1: in place, no shift, and painted again where the card now is.
   Advance(100);
+  EXPECT_FALSE(toast()->GetDirtyRect().IsRectEmpty());
   toast()->UpdateLayout();
   EXPECT_EQ(card->GetWindowRect(), CRect(0, 0, 140, 62));
 }
