@@ -85,6 +85,15 @@ void InstallToastPage(SHostWnd& host) {
     IQVToast::TrackPopupToast(OpenSecondWindow(owner), QVStandardCtrls::QVToastIcon_Tip, L"A toast of its own", 0,
                               2000);
   });
+  // Both options for this one button: repeats count up, hovering holds it.
+  OnClick(root, L"demo_toast_coalesce", [owner] {
+    QVStandardCtrls::QVToastOptions options;
+    options.coalesce = true;
+    options.pause_on_hover = true;
+    IQVToast::SetToastOptions(options);
+    IQVToast::TrackPopupToast(owner, QVStandardCtrls::QVToastIcon_Success, L"Order filled", 0, 2000);
+    IQVToast::SetToastOptions(QVStandardCtrls::QVToastOptions());
+  });
   SWindow* status = root->FindChildByName(L"demo_toast_status");
   for (const wchar_t* name : {L"demo_tip_td", L"demo_tip_td_full", L"demo_tip_tc", L"demo_tip_tc_close",
                               L"demo_tip_tw", L"demo_tip_tw_long"}) {

@@ -48,6 +48,11 @@ TEST_F(ToastPageTest, ButtonsRaiseToastsAndBarsReportClicks) {
   EXPECT_EQ(ToastRegistry::Of(host()->m_hWnd), toast);
   Advance(120);
   EXPECT_GT(toast->GetToastHeight(), 62);
+  // The repeated fill counts instead of restarting.
+  Click(L"demo_toast_coalesce");
+  Click(L"demo_toast_coalesce");
+  Click(L"demo_toast_coalesce");
+  EXPECT_EQ(toast->GetRepeatCount(), 3);
   // The second window gets its own toast.
   Click(L"demo_toast_second");
   EXPECT_EQ(QVStandardCtrls::IQVToast::ToastWndCount(), 2u);
