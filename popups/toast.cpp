@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 #include "framework/ctrl_utils.h"
 #include "qvhost/qvlog.h"
@@ -269,6 +268,11 @@ std::shared_ptr<CQVToastWnd> IQVToast::GetToastWnd(HWND owner) {
   if (toast->CreateForOwner(owner)) toast->EnableWindow(FALSE);
   ms_mapToastWnd[owner] = toast;
   return toast;
+}
+
+std::shared_ptr<CQVToastWnd> IQVToast::FindToastWnd(HWND owner) {
+  auto it = ms_mapToastWnd.find(owner);
+  return it == ms_mapToastWnd.end() ? nullptr : it->second;
 }
 
 void IQVToast::DeleteToastWnd(HWND owner) {

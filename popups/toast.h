@@ -167,6 +167,8 @@ class QVSTDCTRLS_API IQVToast {
   static void SetToastOptions(const QVToastOptions& options) { ms_options = options; }
   static const QVToastOptions& GetToastOptions() { return ms_options; }
 
+  // The owner's toast window if it has one; never creates one.
+  static std::shared_ptr<CQVToastWnd> FindToastWnd(HWND owner);
   // Number of owners with a toast window (tests, soak).
   static size_t ToastWndCount() { return ms_mapToastWnd.size(); }
 

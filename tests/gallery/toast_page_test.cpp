@@ -14,13 +14,6 @@ namespace {
 
 using SOUI::SStringW;
 
-struct ToastRegistry : QVStandardCtrls::IQVToast {
-  static std::shared_ptr<QVStandardCtrls::CQVToastWnd> Of(HWND owner) {
-    auto it = ms_mapToastWnd.find(owner);
-    return it == ms_mapToastWnd.end() ? nullptr : it->second;
-  }
-};
-
 class ToastPageTest : public SOUI::test::UiTestBase {
  protected:
   void SetUp() override {
@@ -41,11 +34,11 @@ class ToastPageTest : public SOUI::test::UiTestBase {
 TEST_F(ToastPageTest, ButtonsRaiseToastsAndBarsReportClicks) {
   // Each kind over the gallery: one window, its text replaced each time.
   Click(L"demo_toast_success");
-  auto toast = ToastRegistry::Of(host()->m_hWnd);
+  auto toast = QVStandardCtrls::IQVToast::FindToastWnd(host()->m_hWnd);
   ASSERT_TRUE(toast);
   EXPECT_EQ(toast->GetText(), SStringW(L"Order filled"));
   Click(L"demo_toast_long");
-  EXPECT_EQ(ToastRegistry::Of(host()->m_hWnd), toast);
+  EXPECT_EQ(QVStandardCtrls::IQVToast::FindToastWnd(host()->m_hWnd), toast);
   Advance(120);
   EXPECT_GT(toast->GetToastHeight(), 62);
   // The repeated fill counts instead of restarting.

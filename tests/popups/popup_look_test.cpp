@@ -20,13 +20,6 @@ namespace {
 
 using SOUI::SStringW;
 
-struct ToastRegistry : IQVToast {
-  static std::shared_ptr<CQVToastWnd> Of(HWND owner) {
-    auto it = ms_mapToastWnd.find(owner);
-    return it == ms_mapToastWnd.end() ? nullptr : it->second;
-  }
-};
-
 class PopupLookTest : public LibraryTestBase, public ::testing::WithParamInterface<std::tuple<int, bool>> {
  protected:
   void SetUp() override {
@@ -69,7 +62,7 @@ TEST_P(PopupLookTest, ToastSheet) {
   for (const Shot& s : shots) {
     ASSERT_TRUE(IQVToast::TrackPopupToast(host()->m_hWnd, s.type, s.text, 0, 5000));
     Advance(120);
-    std::shared_ptr<CQVToastWnd> toast = ToastRegistry::Of(host()->m_hWnd);
+    std::shared_ptr<CQVToastWnd> toast = IQVToast::FindToastWnd(host()->m_hWnd);
     ASSERT_TRUE(toast);
     auto* rt = dynamic_cast<SOUI::CairoRenderTarget*>(toast->Render());
     ASSERT_NE(rt, nullptr);

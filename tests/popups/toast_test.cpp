@@ -20,14 +20,6 @@ using SOUI::CRect;
 using SOUI::SHostWnd;
 using SOUI::SStringW;
 
-// Reaches the registry without creating entries.
-struct ToastRegistry : IQVToast {
-  static std::shared_ptr<CQVToastWnd> Of(HWND owner) {
-    auto it = ms_mapToastWnd.find(owner);
-    return it == ms_mapToastWnd.end() ? nullptr : it->second;
-  }
-};
-
 const wchar_t kOwnerXml[] = L"<SOUI><root/></SOUI>";
 
 class ToastTest : public LibraryTestBase {
@@ -43,7 +35,7 @@ class ToastTest : public LibraryTestBase {
     LibraryTestBase::TearDown();
   }
   HWND owner() { return host()->m_hWnd; }
-  std::shared_ptr<CQVToastWnd> toast() { return ToastRegistry::Of(owner()); }
+  std::shared_ptr<CQVToastWnd> toast() { return IQVToast::FindToastWnd(owner()); }
   std::unique_ptr<SHostWnd> MakeOwner(int x, int y, int cx, int cy) {
     auto h = std::make_unique<SHostWnd>();
     h->InitFromXmlText(kOwnerXml);
@@ -179,7 +171,7 @@ TEST_F(ToastTest, TwoOwnersGetTwoWindowsEachCentredOnItsOwner) {
   ASSERT_TRUE(IQVToast::TrackPopupToast(owner(), QVToastIcon_Tip, L"Order filled", 0, 1000));
   ASSERT_TRUE(IQVToast::TrackPopupToast(other->m_hWnd, QVToastIcon_Tip, L"Order filled", 0, 1000));
   Advance(120);
-  std::shared_ptr<CQVToastWnd> a = toast(), b = ToastRegistry::Of(other->m_hWnd);
+  std::shared_ptr<CQVToastWnd> a = toast(), b = IQVToast::FindToastWnd(other->m_hWnd);
   ASSERT_TRUE(a && b);
   EXPECT_NE(a, b);
   EXPECT_EQ(IQVToast::ToastWndCount(), 2u);
@@ -221,10 +213,10 @@ TEST_F(ToastTest, DestroyedOwnerTakesItsEntryAndWindowAlong) {
   std::unique_ptr<SHostWnd> other = MakeOwner(0, 0, 300, 200);
   const HWND other_hwnd = other->m_hWnd;
   ASSERT_TRUE(IQVToast::TrackPopupToast(other_hwnd, QVToastIcon_Tip, L"Bye", 0, 1000));
-  const HWND toast_hwnd = ToastRegistry::Of(other_hwnd)->m_hWnd;
+  const HWND toast_hwnd = IQVToast::FindToastWnd(other_hwnd)->m_hWnd;
   Advance(40);  // mid-slide: its timers must die with it
   other.reset();
-  EXPECT_EQ(ToastRegistry::Of(other_hwnd), nullptr);
+  EXPECT_EQ(IQVToast::FindToastWnd(other_hwnd), nullptr);
   EXPECT_FALSE(SOUI::IsWindow(toast_hwnd));
   Advance(5000);  // no late tick reaches the freed toast
   // The owner that stays keeps working.

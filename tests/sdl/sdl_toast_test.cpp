@@ -15,13 +15,6 @@
 namespace SOUI {
 namespace {
 
-struct ToastRegistry : QVStandardCtrls::IQVToast {
-  static std::shared_ptr<QVStandardCtrls::CQVToastWnd> Of(HWND owner) {
-    auto it = ms_mapToastWnd.find(owner);
-    return it == ms_mapToastWnd.end() ? nullptr : it->second;
-  }
-};
-
 class SdlToastTest : public test::SdlTestBase {
  protected:
   void SetUp() override {
@@ -71,7 +64,7 @@ TEST_F(SdlToastTest, SlidesDownOverItsOwnerWindow) {
 
   ASSERT_TRUE(QVStandardCtrls::IQVToast::TrackPopupToast(owner.m_hWnd, QVStandardCtrls::QVToastIcon_Success,
                                                          L"Order filled", 0, 60000));
-  std::shared_ptr<QVStandardCtrls::CQVToastWnd> toast = ToastRegistry::Of(owner.m_hWnd);
+  std::shared_ptr<QVStandardCtrls::CQVToastWnd> toast = QVStandardCtrls::IQVToast::FindToastWnd(owner.m_hWnd);
   ASSERT_TRUE(toast);
   SDL_Window* win = sdl_->GetSdlWindow(toast.get());
   ASSERT_NE(win, nullptr);
