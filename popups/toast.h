@@ -21,6 +21,10 @@
 //   else:   window top = R.top + y
 //   centred on R horizontally; the caller's vertical offset added to the top.
 //
+// Size (pixels at 100 %, scaled by the zoom): paddings 12 | icon 24 | 8 |
+// text | 12, the text 56 to 334 wide (wider text wraps); 40 high for one line,
+// 51 or what the lines need when wrapped, plus the top margin above and below.
+//
 // Two opt-in options (IQVToast::SetToastOptions; both off by default):
 //   pause on hover  the window takes the mouse (never the focus) and its stay
 //                   time runs only while the mouse is elsewhere
@@ -39,10 +43,6 @@
 
 #include "framework/ctrl_attr_base.h"
 #include "soui/hostwnd.h"
-
-namespace SOUI {
-class QVRichText;
-}
 
 namespace QVStandardCtrls {
 
