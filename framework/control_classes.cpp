@@ -5,6 +5,7 @@
 #include "display/reddots.h"
 #include "display/tags.h"
 #include "framework/style_tables.h"
+#include "popups/tooltip.h"
 #include "soui/sapp.h"
 #include "tabs/item_base.h"
 #include "tabs/tab_page_host.h"
@@ -44,6 +45,8 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVFilterTab>();
   factory.RegisterWindowClass<CQVFilterTabItem>();
   factory.RegisterWindowClass<CQVCommTabItem>();
+  // Popups.
+  factory.RegisterWindowClass<CQVToolTip>();
   // Rich text's qv_text runs name their look by a text style code.
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {

@@ -70,6 +70,12 @@ HRESULT QVRichText::SetAttribute(const SStringW& name, const SStringW& value, BO
   int* target = nullptr;
   if (name.CompareNoCase(L"lineSpacing") == 0) target = &line_spacing_;
   else if (name.CompareNoCase(L"paraSpacing") == 0) target = &para_spacing_;
+  if (name.CompareNoCase(L"inlineParagraphs") == 0) {
+    inline_paras_ = !(value == L"0" || value.CompareNoCase(L"false") == 0);
+    layout_.width = -2;
+    RequestRelayout();
+    return AfterAttribute(name, value, loading, S_OK);
+  }
   if (target) {
     int v = 0;
     StrToIntExW(value, STIF_SUPPORT_HEX, &v);
@@ -230,7 +236,7 @@ const QVRichText::Layout& QVRichText::EnsureLayout(int width) {
 
   for (size_t p = 0; p < paras_.size(); ++p) {
     const Paragraph& para = paras_[p];
-    if (p > 0) {
+    if (p > 0 && !inline_paras_) {
       y -= line_spacing;  // the previous paragraph's last line owes no line spacing
       y += para.para_spacing >= 0 ? para.para_spacing : para_spacing_;
     }
@@ -272,7 +278,7 @@ const QVRichText::Layout& QVRichText::EnsureLayout(int width) {
       }
     }
     rt->SelectFont(own);
-    flush();
+    if (!inline_paras_ || p + 1 == paras_.size()) flush();
   }
   if (!paras_.empty()) y -= line_spacing;
   layout_.height = std::max(0, y);
@@ -286,6 +292,7 @@ const std::vector<QVRichText::Fragment>& QVRichText::LayoutFragments(int width) 
 
 int QVRichText::GetContentHeight(int width) { return EnsureLayout(width).height; }
 int QVRichText::GetLineCount(int width) { return EnsureLayout(width).lines; }
+int QVRichText::GetContentWidth(int width) { return EnsureLayout(width).max_width; }
 int QVRichText::GetTotalLines() { return GetLineCount(GetChildrenLayoutRect().Width()); }
 
 CSize QVRichText::MeasureContent(int width) {

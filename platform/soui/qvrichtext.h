@@ -16,6 +16,8 @@
 // the control's attributes of the same names, both default 0).
 // A qv_text run takes its font and colour from the application's
 // TextStyleResolver; explicit font/color attributes on the run override it.
+// With inlineParagraphs="1" a paragraph goes on where the previous one ended
+// (a message and a link after it, each appended as its own paragraph).
 // Malformed paragraphs are logged and ignored.
 #pragma once
 
@@ -65,6 +67,8 @@ class QVRichText : public SWindow {
   int GetContentHeight(int width);
   // Lines of the content wrapped at `width`.
   int GetLineCount(int width);
+  // Width of the widest line wrapped at `width` (< 0: the natural width).
+  int GetContentWidth(int width);
 
   void SetClickCallback(ClickCallback cb) { click_cb_ = std::move(cb); }
   // The cursor this control would like at pt (host coordinates): "hand" over
@@ -122,6 +126,7 @@ class QVRichText : public SWindow {
   Layout layout_;
   int line_spacing_ = 0;
   int para_spacing_ = 0;
+  bool inline_paras_ = false;
   int pressed_run_ = -1;
   ClickCallback click_cb_;
 };

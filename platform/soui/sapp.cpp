@@ -249,7 +249,26 @@ HWND SApplication::RegisterHwnd(SHostWnd* host) {
   return hwnd;
 }
 
-void SApplication::UnregisterHwnd(HWND hwnd) { hwnds_.erase(hwnd); }
+void SApplication::UnregisterHwnd(HWND hwnd) {
+  if (hwnds_.erase(hwnd) == 0) return;
+  // A listener may add or remove listeners: walk the cookies, not the map.
+  std::vector<int> cookies;
+  for (const auto& l : hwnd_listeners_) cookies.push_back(l.first);
+  for (int cookie : cookies) {
+    auto it = hwnd_listeners_.find(cookie);
+    if (it == hwnd_listeners_.end()) continue;
+    std::function<void(HWND)> fn = it->second;  // survives its own removal
+    fn(hwnd);
+  }
+}
+
+int SApplication::AddHwndDestroyedListener(std::function<void(HWND)> fn) {
+  if (!fn) return 0;
+  hwnd_listeners_[++next_hwnd_listener_] = std::move(fn);
+  return next_hwnd_listener_;
+}
+
+void SApplication::RemoveHwndDestroyedListener(int cookie) { hwnd_listeners_.erase(cookie); }
 
 SHostWnd* SApplication::HostFromHwnd(HWND hwnd) const {
   auto it = hwnds_.find(hwnd);

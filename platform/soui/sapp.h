@@ -144,8 +144,14 @@ class SApplication {
 
   // Native handles: unique for the life of the application, never reused.
   HWND RegisterHwnd(SHostWnd* host);
+  // Also tells the handle listeners that the window is gone.
   void UnregisterHwnd(HWND hwnd);
   SHostWnd* HostFromHwnd(HWND hwnd) const;
+  // Registries keyed by handle (the toasts of an owner) hear when a window
+  // is destroyed, so that no entry outlives its window. A listener may
+  // destroy other hosts or remove listeners while it runs. Returns a cookie.
+  int AddHwndDestroyedListener(std::function<void(HWND)> fn);
+  void RemoveHwndDestroyedListener(int cookie);
 
   // Runs a nested message loop until done() is true. A real backend's pump
   // delivers native input meanwhile; on a manual clock time jumps to the next
@@ -193,6 +199,8 @@ class SApplication {
   int zoom_ = 100;
   std::vector<SHostWnd*> hosts_;
   std::map<HWND, SHostWnd*> hwnds_;
+  std::map<int, std::function<void(HWND)>> hwnd_listeners_;
+  int next_hwnd_listener_ = 0;
   uintptr_t next_hwnd_ = 0x10000;
   std::unique_ptr<IRenderTarget> measure_target_;
   std::function<void(uint32_t)> native_pump_;

@@ -1,6 +1,10 @@
 // Input routing of the host window, driven through the event generator.
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <vector>
+
+#include "soui/sapp.h"
 #include "soui/stdctrls.h"
 #include "testing/ui_test_base.h"
 
@@ -174,6 +178,44 @@ TEST(HostWnd, MalformedLayoutsAreRefusedAndLogged) {
   EXPECT_FALSE(host.InitFromXmlText(L"<notsoui/>"));
   SHostWnd missing(L"LAYOUT:nothing");
   EXPECT_EQ(missing.Create(), nullptr);
+}
+
+}  // namespace
+}  // namespace SOUI
+
+namespace SOUI {
+namespace {
+
+// Registries keyed by handle hear each destroyed window once, may destroy
+// other hosts and drop listeners from inside the call.
+TEST(HwndListenerTest, HearsEachDestroyedHandleOnceAndMayDestroyOthersMeanwhile) {
+  SApplication app;
+  auto make = [] {
+    auto h = std::make_unique<SHostWnd>();
+    h->InitFromXmlText(L"<SOUI><root/></SOUI>");
+    h->Create(nullptr, 0, 0, 50, 50);
+    return h;
+  };
+  std::unique_ptr<SHostWnd> a = make(), b = make();
+  const HWND ha = a->m_hWnd, hb = b->m_hWnd;
+  std::vector<HWND> heard;
+  int second = 0;
+  const int first = app.AddHwndDestroyedListener([&](HWND h) {
+    heard.push_back(h);
+    if (h == ha) {
+      app.RemoveHwndDestroyedListener(second);
+      b.reset();  // a window keyed to a goes with it
+    }
+  });
+  second = app.AddHwndDestroyedListener([&](HWND) { ADD_FAILURE() << "removed listener called"; });
+  EXPECT_EQ(app.AddHwndDestroyedListener(nullptr), 0);
+  a->DestroyWindow();
+  a->DestroyWindow();  // a second destroy reports nothing
+  EXPECT_EQ(heard, (std::vector<HWND>{ha, hb}));
+  EXPECT_FALSE(IsWindow(hb));
+  app.RemoveHwndDestroyedListener(first);
+  a.reset();
+  EXPECT_EQ(heard.size(), 2u);
 }
 
 }  // namespace

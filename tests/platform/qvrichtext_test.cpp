@@ -70,6 +70,32 @@ TEST_F(QVRichTextTest, WrapsLatinWordsAtWidthWithLineAndParagraphSpacing) {
   EXPECT_EQ(rich->GetTotalLines(), 0);
 }
 
+// A message and a link appended as separate paragraphs share a line, and
+// wrap as one text.
+TEST_F(QVRichTextTest, InlineParagraphsContinueTheLineTheyFollow) {
+  QVRichText* rich = MakeRich(L"inlineParagraphs='1' paraSpacing='7'");
+  ASSERT_NE(rich, nullptr);
+  ASSERT_TRUE(rich->AppendContent(L"<RichEditContent><text>alpha beta</text></RichEditContent>"));
+  ASSERT_TRUE(rich->AppendContent(L"<RichEditContent><text> gamma</text></RichEditContent>"));
+  const int line_h = Extent(L"A").cy;
+  EXPECT_EQ(rich->GetLineCount(-1), 1);
+  EXPECT_EQ(rich->GetContentHeight(-1), line_h);
+  const auto& frags = rich->LayoutFragments(-1);
+  ASSERT_EQ(frags.size(), 2u);
+  EXPECT_EQ(frags[1].rc.left, frags[0].rc.right);
+  EXPECT_EQ(rich->GetContentWidth(-1), Extent(L"alpha beta").cx + Extent(L" gamma").cx);
+  // Too narrow for all three words: the second paragraph's word wraps, no
+  // paragraph spacing between the lines.
+  EXPECT_EQ(rich->GetLineCount(Extent(L"alpha beta").cx + 1), 2);
+  EXPECT_EQ(rich->GetContentHeight(Extent(L"alpha beta").cx + 1), 2 * line_h);
+  // Back to stacked paragraphs.
+  rich->SetAttribute(L"inlineParagraphs", L"false", FALSE);
+  EXPECT_EQ(rich->GetLineCount(-1), 2);
+  rich->Clear();
+  rich->SetAttribute(L"inlineParagraphs", L"1", FALSE);
+  EXPECT_EQ(rich->GetLineCount(-1), 0);
+}
+
 TEST_F(QVRichTextTest, WrapsCjkBetweenCharactersAndBreaksOverlongWords) {
   QVRichText* rich = MakeRich();
   ASSERT_NE(rich, nullptr);

@@ -1,0 +1,137 @@
+// The rendered look of the toast and the tooltip bar: one sheet per zoom and
+// theme, compared with its reference PNG.
+#include <cairo.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "backends/cairo_render.h"
+#include "library_test_base.h"
+#include "popups/toast.h"
+#include "popups/tooltip.h"
+#include "testing/png_compare.h"
+
+namespace QVStandardCtrls {
+namespace test {
+namespace {
+
+using SOUI::SStringW;
+
+class PopupLookTest : public LibraryTestBase, public ::testing::WithParamInterface<std::tuple<int, bool>> {
+ protected:
+  void SetUp() override {
+    LibraryTestBase::SetUp();
+    zoom_ = std::get<0>(GetParam());
+    dark_ = std::get<1>(GetParam());
+    if (dark_) {
+      ASSERT_TRUE(app_->GetResProvider().LoadUiDefFile(
+          SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/dark/uires.xml")));
+    }
+    app_->SetZoom(zoom_);
+    // Real text metrics, so that the picture shows what a user sees.
+    app_->SetMeasureTarget(nullptr);
+  }
+  std::string Reference(const char* what) const {
+    return std::string(QV_SOURCE_DIR "/tests/data/") + what + "_" + std::to_string(zoom_) + (dark_ ? "_dark" : "") +
+           ".png";
+  }
+  int zoom_ = 100;
+  bool dark_ = false;
+};
+
+// Each icon on one line, then a message that wraps, stacked on a page colour.
+TEST_P(PopupLookTest, ToastSheet) {
+  CreateHost(L"<SOUI><root/></SOUI>", 600, 400);
+  struct Shot {
+    EnQVToastIconType type;
+    const wchar_t* text;
+  };
+  const Shot shots[] = {{QVToastIcon_Tip, L"Quote subscription renewed"},
+                        {QVToastIcon_Warning, L"Price is near the daily limit"},
+                        {QVToastIcon_Success, L"Order filled"},
+                        {QVToastIcon_Error, L"Order rejected"},
+                        {QVToastIcon_Success,
+                         L"Your conditional order has been placed and will be sent to the exchange once the "
+                         L"trigger price is reached during trading hours"}};
+  std::vector<cairo_surface_t*> frames;
+  int sheet_w = 0, sheet_h = 0;
+  const int gap = 8 * zoom_ / 100;
+  for (const Shot& s : shots) {
+    ASSERT_TRUE(IQVToast::TrackPopupToast(host()->m_hWnd, s.type, s.text, 0, 5000));
+    Advance(120);
+    std::shared_ptr<CQVToastWnd> toast = IQVToast::FindToastWnd(host()->m_hWnd);
+    ASSERT_TRUE(toast);
+    auto* rt = dynamic_cast<SOUI::CairoRenderTarget*>(toast->Render());
+    ASSERT_NE(rt, nullptr);
+    // A copy: the next toast repaints the same frame.
+    cairo_surface_t* copy = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, toast->GetToastWidth(),
+                                                       toast->GetToastHeight());
+    cairo_t* cr = cairo_create(copy);
+    cairo_set_source_surface(cr, rt->Surface(), 0, 0);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    frames.push_back(copy);
+    sheet_w = std::max(sheet_w, toast->GetToastWidth());
+    sheet_h += toast->GetToastHeight() + gap;
+  }
+  cairo_surface_t* sheet = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, sheet_w + 2 * gap, sheet_h + gap);
+  cairo_t* cr = cairo_create(sheet);
+  // The page behind: light grey, or the dark theme's window colour.
+  if (dark_) cairo_set_source_rgb(cr, 0.09, 0.10, 0.12);
+  else cairo_set_source_rgb(cr, 0.93, 0.94, 0.95);
+  cairo_paint(cr);
+  int y = gap;
+  for (cairo_surface_t* f : frames) {
+    cairo_set_source_surface(cr, f, gap, y);
+    cairo_paint(cr);
+    y += cairo_image_surface_get_height(f) + gap;
+    cairo_surface_destroy(f);
+  }
+  cairo_destroy(cr);
+  cairo_surface_flush(sheet);
+  const SOUI::PngCompareResult r = SOUI::ComparePng(sheet, Reference("qv_toast"), 16, 0.01);
+  cairo_surface_destroy(sheet);
+  EXPECT_TRUE(r.match) << r.message;
+}
+
+// The three kinds, with and without icon, link and close button, one wrapped.
+TEST_P(PopupLookTest, ToolTipSheet) {
+  const int w = 420, h = 290;
+  // Each bar: kind, icon skin, message, link, close button.
+  const wchar_t* const bars[][5] = {
+      {L"TD", L"", L"Market data is delayed by 15 minutes", L"", L"0"},
+      {L"TD", L"skin_toast_icon_tip", L"New features are available", L"Learn more", L"1"},
+      {L"TC", L"skin_toast_icon_warn", L"Margin usage above 80%", L"Details", L"0"},
+      {L"TC", L"", L"Password expires in 3 days", L"", L"1"},
+      {L"TW", L"skin_toast_icon_error", L"Connection lost, reconnecting", L"Retry", L"1"},
+      {L"TW", L"skin_toast_icon_error",
+       L"Your account is restricted until the missing identity documents have been received", L"Upload", L"1"},
+  };
+  SStringW xml = L"<SOUI><root colorBkgnd=\"@color\\style_gallery\\bg\">";
+  for (const auto& b : bars) {
+    xml += SStringW::Format2(L"<qv_tooltip pos=\"8dp,[8dp\" width=\"404dp\" qvstyle=\"%s\" iconskin=\"%s\" "
+                             L"tiptext=\"%s\" linktext=\"%s\" closebtn=\"%s\"/>",
+                             b[0], b[1], b[2], b[3], b[4]);
+  }
+  xml += L"</root></SOUI>";
+  CreateHost(xml.c_str(),
+      w * zoom_ / 100, h * zoom_ / 100);
+  Layout();
+  host()->Render();
+  EXPECT_TRUE(SOUI::MatchesReferencePng(*dynamic_cast<SOUI::CairoRenderTarget*>(host()->GetFrame()),
+                                        Reference("qv_tooltip"), 16, 0.01));
+}
+
+INSTANTIATE_TEST_SUITE_P(ZoomsAndThemes, PopupLookTest,
+                         ::testing::Combine(::testing::Values(100, 150), ::testing::Bool()),
+                         [](const ::testing::TestParamInfo<std::tuple<int, bool>>& info) {
+                           return std::to_string(std::get<0>(info.param)) +
+                                  (std::get<1>(info.param) ? "_dark" : "_light");
+                         });
+
+}  // namespace
+}  // namespace test
+}  // namespace QVStandardCtrls
