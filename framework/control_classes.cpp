@@ -4,6 +4,7 @@
 #include "display/market_values.h"
 #include "display/reddots.h"
 #include "display/tags.h"
+#include "edits/qv_edit.h"
 #include "framework/style_tables.h"
 #include "soui/sapp.h"
 #include "tabs/item_base.h"
@@ -27,6 +28,8 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVRedDot>();
   factory.RegisterWindowClass<CQVNUmberRedDot>();
   factory.RegisterWindowClass<CQVLableRedDot>();
+  // Edits.
+  factory.RegisterWindowClass<CQVEdit>();
   // Tabs.
   factory.RegisterWindowClass<CQVItemBase>();
   factory.RegisterWindowClass<CQVTabCtrlBase>();
