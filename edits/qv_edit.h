@@ -93,6 +93,8 @@ class QVSTDCTRLS_API CQVEdit : public SOUI::SEdit {
   void SetFilter(QVEditFilter filter) { filter_ = std::move(filter); }
   void RemoveFilter() { filter_ = nullptr; }
   bool HasFilter() const { return static_cast<bool>(filter_); }
+  bool IsReadOnly() const { return read_only_; }
+  int GetMaxBuf() const { return max_buf_; }
 
  protected:
   // Raises "on_edit_input_error".

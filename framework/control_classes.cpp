@@ -5,6 +5,8 @@
 #include "display/reddots.h"
 #include "display/tags.h"
 #include "edits/qv_edit.h"
+#include "edits/qv_editcom.h"
+#include "edits/qv_editpwd.h"
 #include "framework/style_tables.h"
 #include "soui/sapp.h"
 #include "tabs/item_base.h"
@@ -30,6 +32,10 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVLableRedDot>();
   // Edits.
   factory.RegisterWindowClass<CQVEdit>();
+  factory.RegisterWindowClass<CQVEditCom>();
+  factory.RegisterWindowClass<CQVEditMultiCom>();
+  factory.RegisterWindowClass<CQVEditMulti>();
+  factory.RegisterWindowClass<CQVEditPwd>();
   // Tabs.
   factory.RegisterWindowClass<CQVItemBase>();
   factory.RegisterWindowClass<CQVTabCtrlBase>();
