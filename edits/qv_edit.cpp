@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "edits/decimal_text.h"
 #include "framework/style_tables.h"
 #include "soui/sapp.h"
 
@@ -117,6 +118,11 @@ HRESULT CQVEdit::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
       {L"maxBuf", &CQVEdit::OnAttrMaxBuf, true},
       {L"multiLines", &CQVEdit::OnAttrMultiLines, true},
       {L"readOnly", &CQVEdit::OnAttrReadOnly, true},
+      {L"decimals", &CQVEdit::OnAttrDecimals},
+      {L"tick", &CQVEdit::OnAttrTick},
+      {L"min", &CQVEdit::OnAttrMin},
+      {L"max", &CQVEdit::OnAttrMax},
+      {L"wheel", &CQVEdit::OnAttrWheel},
   };
   static const QVAdmittedAttrs kAdmitted = {
       L"skin", L"focusSkin", L"colorBkgnd", L"colorBorder", L"margin", L"margin-x", L"margin-y", L"inset",
@@ -160,13 +166,96 @@ HRESULT CQVEdit::OnAttrReadOnly(const SStringW& value, BOOL) {
   return S_OK;
 }
 
+HRESULT CQVEdit::OnAttrDecimals(const SStringW& value, BOOL) {
+  decimals_ = value;
+  return S_OK;
+}
+
+HRESULT CQVEdit::OnAttrTick(const SStringW& value, BOOL) {
+  tick_ = value;
+  return S_OK;
+}
+
+HRESULT CQVEdit::OnAttrMin(const SStringW& value, BOOL) {
+  min_ = value;
+  return S_OK;
+}
+
+HRESULT CQVEdit::OnAttrMax(const SStringW& value, BOOL) {
+  max_ = value;
+  return S_OK;
+}
+
+HRESULT CQVEdit::OnAttrWheel(const SStringW& value, BOOL) {
+  wheel_ = QVParseBool(value);
+  return S_OK;
+}
+
+// Read from the attribute texts each time, so their order in the XML does
+// not matter; values that do not parse are ignored.
+CQVEdit::PriceRule CQVEdit::Price() const {
+  PriceRule r;
+  int places = 0;
+  StrToIntExW(decimals_, STIF_SUPPORT_HEX, &places);
+  r.places = std::max(0, std::min(places, kQVMaxDecimalPlaces));
+  const int tick_places = QVDecimalPlaces(tick_);
+  if (tick_places > r.places && tick_places <= kQVMaxDecimalPlaces) r.places = tick_places;
+  int64_t tick = 0;
+  if (ParseQVDecimal(tick_, r.places, &tick) && tick > 0) r.tick = tick;
+  r.has_min = ParseQVDecimal(min_, r.places, &r.min);
+  r.has_max = ParseQVDecimal(max_, r.places, &r.max);
+  if (r.has_min && r.has_max && r.max < r.min) r.has_max = false;
+  return r;
+}
+
+QVEditFilter CQVEdit::ActiveFilter() const {
+  if (filter_ || !IsPriceMode()) return filter_;
+  const PriceRule rule = Price();
+  const bool negative = !rule.has_min || rule.min < 0;
+  return [rule, negative](const SStringW& text, SStringW& inserted, int start, int end) {
+    if (IsBackspace(inserted)) return false;
+    const SStringW c = QVEditCandidate(text, inserted, start, end);
+    if (c.IsEmpty() || (negative && c == L"-")) return false;
+    if (c[0] == L'+' || (c[0] == L'-' && !negative)) return true;
+    const int places = QVDecimalPlaces(c);
+    return places < 0 || places > rule.places;
+  };
+}
+
+bool CQVEdit::StepPrice(int dir) {
+  if (!IsPriceMode() || read_only_ || dir == 0) return false;
+  const PriceRule rule = Price();
+  int64_t value = 0;
+  if (ParseQVDecimal(GetWindowText(), rule.places, &value)) value = StepQVDecimal(value, rule.tick, dir);
+  else value = rule.has_min ? rule.min : 0;  // empty or unreadable: start afresh
+  if (rule.has_min) value = std::max(value, rule.min);
+  if (rule.has_max) value = std::min(value, rule.max);
+  const SStringW text = FormatQVDecimal(value, rule.places);
+  if (text == GetWindowText()) return true;
+  SetSel(0, -1);
+  ReplaceSel(text, TRUE);
+  return true;
+}
+
+void CQVEdit::OnKeyDown(UINT vk, UINT repeat, UINT flags) {
+  if ((vk == VK_UP || vk == VK_DOWN) && StepPrice(vk == VK_UP ? 1 : -1)) return;
+  SEdit::OnKeyDown(vk, repeat, flags);
+}
+
+BOOL CQVEdit::OnMouseWheel(UINT flags, short delta, CPoint pt) {
+  // Only when asked and focused: a page scrolled under the pointer must
+  // never change an order's price.
+  if (wheel_ && IsFocused() && delta != 0 && StepPrice(delta > 0 ? 1 : -1)) return TRUE;
+  return SEdit::OnMouseWheel(flags, delta, pt);
+}
+
 void CQVEdit::NotifyFilterEvent() {
   EventQVEditInputError evt(this);
   FireEvent(evt);
 }
 
 bool CQVEdit::Reject(SStringW& inserted, int start, int end) {
-  const QVEditFilter filter = filter_;
+  const QVEditFilter filter = ActiveFilter();
   if (!filter) return false;
   try {
     return filter(GetWindowText(), inserted, start, end);
@@ -177,7 +266,7 @@ bool CQVEdit::Reject(SStringW& inserted, int start, int end) {
 
 void CQVEdit::OnChar(UINT ch, UINT repeat, UINT flags) {
   // Shortcuts and a read-only edit are the toolkit's business, not input.
-  const bool judged = filter_ && ch >= 0x20 && ch <= 0x7E && GetKeyState(VK_CONTROL) >= 0 && !read_only_;
+  const bool judged = (filter_ || IsPriceMode()) && ch >= 0x20 && ch <= 0x7E && GetKeyState(VK_CONTROL) >= 0 && !read_only_;
   if (!judged) {
     SEdit::OnChar(ch, repeat, flags);
     return;
@@ -214,7 +303,7 @@ SStringW CQVEdit::Trim(const SStringW& text, bool* cut) const {
 
 void CQVEdit::InsertText(const SStringW& text, InsertSource source) {
   // Typed text reaching here is what the typing path leaves unfiltered.
-  if (!filter_ || source == InsertSource::kTyped || read_only_) {
+  if ((!filter_ && !IsPriceMode()) || source == InsertSource::kTyped || read_only_) {
     SEdit::InsertText(text, source);
     return;
   }

@@ -36,13 +36,30 @@
 // (clear it, remove itself): the insertion then lands at the selection as it
 // stands afterwards.
 //
+// Price mode (off unless "decimals" or "tick" is given): the value is exact
+// decimal text (edits/decimal_text.h, never a binary float). Up/Down step by
+// one tick (a value off the tick grid moves to the next grid point first),
+// kept within min/max and written with exactly the decimal places; an empty
+// edit steps to min (or 0). The mouse wheel steps only when "wheel" is "1"
+// and the edit has the focus, so scrolling a page never changes a price.
+// With no filter in the slot, typing and pasting accept an empty text, a
+// lone "-" when min is negative or absent, and decimal text of at most that
+// many places (no "+"); a value beyond min/max may be typed (it may be half
+// written) and is brought within them at the next step.
+//
 // Attributes (besides the admitted toolkit ones below):
 //   filter   one of the values above
 //   qvstyle  an edit style code (NI1-3, UI1-3, MI1-3, NIO1-3): "skin",
 //            "height", "font" and "padding", applied at once, so attributes
 //            later in the XML win.
+//   decimals decimal places of a price (0-9)
+//   tick     price step as decimal text ("0.01", "0.005"); its places add
+//            to "decimals"; default one unit of the last place
+//   min, max price bounds as decimal text
+//   wheel    "1": the wheel steps while focused
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "framework/attr_dispatch.h"
@@ -88,6 +105,8 @@ class QVSTDCTRLS_API CQVEdit : public SOUI::SEdit {
 
   HRESULT SetAttribute(const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) override;
   void OnChar(UINT ch, UINT repeat, UINT flags) override;
+  void OnKeyDown(UINT vk, UINT repeat, UINT flags) override;
+  BOOL OnMouseWheel(UINT flags, short delta, SOUI::CPoint pt) override;
 
   // Replaces any earlier filter; an empty callable empties the slot.
   void SetFilter(QVEditFilter filter) { filter_ = std::move(filter); }
@@ -95,6 +114,10 @@ class QVSTDCTRLS_API CQVEdit : public SOUI::SEdit {
   bool HasFilter() const { return static_cast<bool>(filter_); }
   bool IsReadOnly() const { return read_only_; }
   int GetMaxBuf() const { return max_buf_; }
+  bool IsPriceMode() const { return !decimals_.IsEmpty() || !tick_.IsEmpty(); }
+  // Price mode: one tick up (dir > 0) or down, as one undo step. False when
+  // not in price mode or read-only.
+  bool StepPrice(int dir);
 
  protected:
   // Raises "on_edit_input_error".
@@ -107,8 +130,22 @@ class QVSTDCTRLS_API CQVEdit : public SOUI::SEdit {
   HRESULT OnAttrMaxBuf(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrMultiLines(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrReadOnly(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrDecimals(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrTick(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrMin(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrMax(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrWheel(const SOUI::SStringW& value, BOOL loading);
 
  private:
+  struct PriceRule {
+    int places = 0;
+    int64_t tick = 1;
+    bool has_min = false, has_max = false;
+    int64_t min = 0, max = 0;
+  };
+  PriceRule Price() const;
+  // The slot's filter, or in price mode with an empty slot the price check.
+  QVEditFilter ActiveFilter() const;
   // Runs the filter on a copy of the slot, so a filter that replaces or
   // removes itself does not destroy the callable it runs in. True = reject.
   bool Reject(SOUI::SStringW& inserted, int start, int end);
@@ -119,6 +156,8 @@ class QVSTDCTRLS_API CQVEdit : public SOUI::SEdit {
   int max_buf_ = kDefaultMaxBuf;
   bool multi_lines_ = false;
   bool read_only_ = false;
+  SOUI::SStringW decimals_, tick_, min_, max_;
+  bool wheel_ = false;
 };
 
 }  // namespace QVStandardCtrls

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "edits/decimal_text.h"
+
 #include "library_test_base.h"
 
 namespace QVStandardCtrls {
@@ -271,6 +273,76 @@ TEST_F(QVEditTest, StyleCodeSetsSkinHeightFontAndPaddingLaterAttributesWin) {
   EXPECT_EQ(Find<CQVEdit>(L"c")->GetAttribute(L"skin"), L"");
   EXPECT_TRUE(a->IsClass(L"edit"));
   EXPECT_STREQ(CQVEdit::BaseClassName(), L"edit");
+}
+
+}  // namespace
+}  // namespace QVStandardCtrls
+
+namespace QVStandardCtrls {
+namespace {
+
+// ---- price mode ----------------------------------------------------------------------
+
+TEST(QVDecimalTextTest, ParsesFormatsAndStepsExactly) {
+  int64_t v = 0;
+  EXPECT_TRUE(ParseQVDecimal(L"0.1", 2, &v));
+  int64_t w = 0;
+  EXPECT_TRUE(ParseQVDecimal(L"0.2", 2, &w));
+  EXPECT_EQ(FormatQVDecimal(v + w, 2), L"0.30");  // no 0.30000000000000004
+  EXPECT_TRUE(ParseQVDecimal(L"-.5", 3, &v));
+  EXPECT_EQ(FormatQVDecimal(v, 3), L"-0.500");
+  EXPECT_EQ(FormatQVDecimal(-7, 2), L"-0.07");
+  EXPECT_EQ(FormatQVDecimal(12, 0), L"12");
+  // Not exact at 2 places, not a number, or too long: refused.
+  for (const wchar_t* bad : {L"1.234", L"", L"-", L".", L"1.2.3", L"1e5", L"1234567890123456789"}) {
+    EXPECT_FALSE(ParseQVDecimal(bad, 2, &v)) << bad;
+  }
+  EXPECT_EQ(QVDecimalPlaces(L"0.005"), 3);
+  // Off the grid, a step lands on the next grid point in its direction.
+  EXPECT_EQ(StepQVDecimal(103, 5, 1), 105);
+  EXPECT_EQ(StepQVDecimal(103, 5, -1), 100);
+  EXPECT_EQ(StepQVDecimal(-3, 5, -1), -5);
+  EXPECT_EQ(StepQVDecimal(105, 5, 1), 110);
+}
+
+TEST_F(QVEditTest, PriceStepsByTickWithinBoundsAsUndoableText) {
+  CQVEdit* e = Make(L"tick=\"0.05\" min=\"1\" max=\"1.2\"");
+  // An empty price steps to the minimum, written with the tick's places.
+  gen().PressAndReleaseKey(VK_UP);
+  EXPECT_EQ(e->GetWindowText(), L"1.00");
+  gen().PressAndReleaseKey(VK_UP);
+  EXPECT_EQ(e->GetWindowText(), L"1.05");
+  // Typed off the grid: the next step lands on the grid.
+  e->SetWindowText(L"1.13");
+  gen().PressAndReleaseKey(VK_DOWN);
+  EXPECT_EQ(e->GetWindowText(), L"1.10");
+  for (int i = 0; i < 5; ++i) gen().PressAndReleaseKey(VK_UP);
+  EXPECT_EQ(e->GetWindowText(), L"1.20");  // held at max
+  Ctrl('Z');
+  EXPECT_EQ(e->GetWindowText(), L"1.15");
+  // Typing keeps to two places, no sign (min is positive).
+  e->SetWindowText(L"");
+  gen().Type(L"-1.234");
+  EXPECT_EQ(e->GetWindowText(), L"1.23");
+  EXPECT_EQ(Errors(), 2);
+}
+
+TEST_F(QVEditTest, WheelStepsOnlyWhenAskedAndFocused) {
+  CreateHostWithChildren(
+      L"<qv_edit name=\"a\" pos=\"0,0,@100,@24\" decimals=\"2\" text=\"5.00\"/>"
+      L"<qv_edit name=\"b\" pos=\"0,40,@100,@24\" decimals=\"2\" text=\"5.00\" wheel=\"1\"/>");
+  CQVEdit* a = Find<CQVEdit>(L"a");
+  CQVEdit* b = Find<CQVEdit>(L"b");
+  a->SetFocus();
+  gen().MoveMouseToCenterOf(a);
+  gen().MouseWheel(120);
+  EXPECT_EQ(a->GetWindowText(), L"5.00");  // not asked
+  gen().MoveMouseToCenterOf(b);
+  gen().MouseWheel(120);
+  EXPECT_EQ(b->GetWindowText(), L"5.00");  // not focused
+  b->SetFocus();
+  gen().MouseWheel(-120);
+  EXPECT_EQ(b->GetWindowText(), L"4.99");
 }
 
 }  // namespace
