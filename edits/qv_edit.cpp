@@ -106,9 +106,19 @@ bool FindQVEditFilter(const SStringW& value, QVEditFilter* out) {
   return true;
 }
 
+const wchar_t kQVEditTextColor[] = L"@color\\style_skin_qv_text\\text_h1";
+const wchar_t kQVEditCueColor[] = L"@color\\style_skin_qv_text\\text_h3";
+
 // ---- CQVEdit ------------------------------------------------------------------------
 
-CQVEdit::CQVEdit() { GetEventSet()->addEvent(EVT_QVEDIT_INPUT_ERROR, EventQVEditInputError::EventName()); }
+CQVEdit::CQVEdit() {
+  GetEventSet()->addEvent(EVT_QVEDIT_INPUT_ERROR, EventQVEditInputError::EventName());
+  // House colours by theme reference, so a page is right in light and dark.
+  SEdit::SetAttribute(L"colorText", kQVEditTextColor, TRUE);
+  SEdit::SetAttribute(L"cueColor", kQVEditCueColor, TRUE);
+  // A single-line house edit is taller than its text: centre the line.
+  SEdit::SetAttribute(L"vcenter", L"1", TRUE);
+}
 
 HRESULT CQVEdit::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
   static const QVAttrEntry<CQVEdit> kAttrs[] = {

@@ -79,6 +79,10 @@ class QVSTDCTRLS_API EventQVEditInputError : public SOUI::EventArgs {
   using EventArgs::EventArgs;
 };
 
+// Default text and cue colours of the library's edits (theme references).
+QVSTDCTRLS_API extern const wchar_t kQVEditTextColor[];
+QVSTDCTRLS_API extern const wchar_t kQVEditCueColor[];
+
 // (current text, inserted text (modifiable), selection start, selection end)
 // -> true to reject.
 using QVEditFilter = std::function<bool(const SOUI::SStringW&, SOUI::SStringW&, int, int)>;

@@ -126,21 +126,28 @@ void CQVEditCom::EnsureChildren() {
   count_ = new SStatic();
   auto* edit = new CQVEdit();
   edit->SetAttribute(L"name", L"qv_editcom_edit", TRUE);
+  // Normal and underline records carry no font: the house text size, in dp
+  // so it follows the zoom.
+  edit->SetAttribute(L"font", L"size:12dp", TRUE);
+  for (SWindow* w : {static_cast<SWindow*>(unit_), static_cast<SWindow*>(clear_), static_cast<SWindow*>(count_)}) {
+    w->SetAttribute(L"font", L"size:12dp", TRUE);
+  }
   if (IsMultiLine()) {
     edit->SetAttribute(L"multiLines", L"1", TRUE);
     edit->SetAttribute(L"wantReturn", L"1", TRUE);
-  } else {
-    edit->SetAttribute(L"vcenter", L"1", TRUE);
+    edit->SetAttribute(L"vcenter", L"0", TRUE);
   }
   icon_->SetAttribute(L"name", L"qv_editcom_icon", TRUE);
+  icon_->SetAttribute(L"width", L"-1", TRUE);  // the skin's size
+  icon_->SetAttribute(L"height", L"-1", TRUE);
   unit_->SetAttribute(L"name", L"qv_editcom_unit", TRUE);
-  unit_->SetAttribute(L"colorText", L"@color\\style_skin_qv_text\\text_h3", TRUE);
+  unit_->SetAttribute(L"colorText", kQVEditCueColor, TRUE);
   clear_->SetAttribute(L"name", L"qv_editcom_clear", TRUE);
-  clear_->SetAttribute(L"colorText", L"@color\\style_skin_qv_text\\text_h3", TRUE);
+  clear_->SetAttribute(L"colorText", kQVEditCueColor, TRUE);
   clear_->SetAttribute(L"focusable", L"0", TRUE);
   clear_->SetWindowText(L"\x00D7");  // a multiplication sign reads as "clear"
   count_->SetAttribute(L"name", L"qv_editcom_count", TRUE);
-  count_->SetAttribute(L"colorText", L"@color\\style_skin_qv_text\\text_h3", TRUE);
+  count_->SetAttribute(L"colorText", kQVEditCueColor, TRUE);
   for (SWindow* w : {static_cast<SWindow*>(icon_), static_cast<SWindow*>(edit), static_cast<SWindow*>(unit_),
                      static_cast<SWindow*>(clear_), static_cast<SWindow*>(count_)}) {
     InsertChild(w);

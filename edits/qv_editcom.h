@@ -51,6 +51,8 @@ class QVSTDCTRLS_API CQVEditCom : public SOUI::SWindow {
   BOOL CreateChildren(pugi::xml_node node) override;
   int OnCreate() override;
   void UpdateChildrenPosition() override;
+  // The frame is the skin; the text is the inner edit's to draw.
+  void OnPaint(SOUI::IRenderTarget* rt) override { (void)rt; }
   SOUI::SStringW GetWindowText(BOOL raw = FALSE) const override;
   void SetWindowText(const SOUI::SStringW& text) override;
 

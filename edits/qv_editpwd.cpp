@@ -26,6 +26,7 @@ CQVEditPwd::CQVEditPwd()
     : cell_w_(30.f, LayoutUnit::Dp), cell_h_(24.f, LayoutUnit::Dp), gap_(8.f, LayoutUnit::Dp) {
   focusable_ = TRUE;
   cell_skin_.Set(kDefaultCellSkin);
+  SWindow::SetAttribute(L"colorText", kQVEditTextColor, TRUE);
   GetEventSet()->addEvent(EVT_QVEDIT_INPUT_ERROR, EventQVEditInputError::EventName());
   GetEventSet()->addEvent(EVT_QVEDITPWD_COMPLETE, EventQVEditPwdComplete::EventName());
 }
@@ -34,7 +35,7 @@ HRESULT CQVEditPwd::SetAttribute(const SStringW& name, const SStringW& value, BO
   static const QVAttrEntry<CQVEditPwd> kAttrs[] = {
       {L"qvstyle", &CQVEditPwd::OnAttrQVStyle}, {L"length", &CQVEditPwd::OnAttrLength},
       {L"gap", &CQVEditPwd::OnAttrGap},         {L"mask", &CQVEditPwd::OnAttrMask},
-      {L"skin", &CQVEditPwd::OnAttrSkin},
+      {L"skin", &CQVEditPwd::OnAttrSkin},       {L"code", &CQVEditPwd::OnAttrCode},
   };
   static const QVAdmittedAttrs kAdmitted = {L"font", L"colorText", L"margin", L"padding", L"cursor"};
   return QVDispatchAttribute<CQVEditPwd, SWindow>(this, kAttrs, &kAdmitted, name, value, loading);
@@ -75,6 +76,11 @@ HRESULT CQVEditPwd::OnAttrMask(const SStringW& value, BOOL) {
 HRESULT CQVEditPwd::OnAttrSkin(const SStringW& value, BOOL) {
   cell_skin_.Set(value);
   Invalidate();
+  return S_OK;
+}
+
+HRESULT CQVEditPwd::OnAttrCode(const SStringW& value, BOOL) {
+  SetCode(value);
   return S_OK;
 }
 

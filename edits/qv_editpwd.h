@@ -18,6 +18,7 @@
 //   gap      space between cells (default "8dp")
 //   mask     "0" shows the digits
 //   skin     skin of each cell (default "skin_edit_std_input_normal")
+//   code     the digits to start with (ignored unless all digits that fit)
 #pragma once
 
 #include "edits/qv_edit.h"
@@ -71,6 +72,7 @@ class QVSTDCTRLS_API CQVEditPwd : public SOUI::SWindow {
   HRESULT OnAttrGap(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrMask(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrSkin(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrCode(const SOUI::SStringW& value, BOOL loading);
 
  private:
   // Appends the digits of text; false (and nothing appended) when it holds

@@ -23,7 +23,7 @@ TEST_F(QVEditComTest, ClassesKeepTheirAsymmetricBases) {
 
 TEST_F(QVEditComTest, FrameTakesTheStyleAndLaysOutIconEditUnitAndClear) {
   CreateHostWithChildren(
-      L"<qv_editcom name=\"c\" pos=\"0,0\" width=\"200\" qvstyle=\"NIC2\" icon=\"skin_icon_redpoint\" unit=\"CNY\""
+      L"<qv_editcom name=\"c\" pos=\"0,0\" width=\"200\" qvstyle=\"NIC2\" icon=\"skin_toast_icon_tip\" unit=\"CNY\""
       L" clearbtn=\"1\" filter=\"number\" text=\"12\"/>");
   Layout();
   auto* c = Find<CQVEditCom>(L"c");
@@ -37,8 +37,8 @@ TEST_F(QVEditComTest, FrameTakesTheStyleAndLaysOutIconEditUnitAndClear) {
   const CRect icon = Find(L"qv_editcom_icon")->GetWindowRect();
   const CRect unit = Find(L"qv_editcom_unit")->GetWindowRect();
   const CRect clear = c->GetClearButton()->GetWindowRect();
-  EXPECT_EQ(icon.left, 4);
-  EXPECT_LT(icon.right, e->GetWindowRect().left);
+  EXPECT_EQ(icon, CRect(4, 2, 24, 22));  // the icon's own size, centred
+  EXPECT_EQ(e->GetWindowRect().left, 28);
   EXPECT_LT(e->GetWindowRect().right, unit.left);
   EXPECT_LT(unit.right, clear.left);
   EXPECT_EQ(clear.right, 196);
