@@ -137,7 +137,7 @@ HRESULT CQVEdit::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
   static const QVAdmittedAttrs kAdmitted = {
       L"skin", L"focusSkin", L"colorBkgnd", L"colorBorder", L"margin", L"margin-x", L"margin-y", L"inset",
       L"padding", L"padding_left", L"padding_top", L"padding_right", L"padding_bottom", L"valign", L"align",
-      L"height", L"font", L"colorText", L"colorTextDisable", L"cursor", L"readOnly", L"password",
+      L"height", L"font", L"colorText", L"colorTextDisable", L"cursor", L"password",
       L"passwordChar", L"number", L"wantReturn", L"wantTab", L"cueText", L"cueColor", L"vcenter",
       L"autoHscroll", L"colorSelBkgnd", L"colorSelText", L"colorImeLine"};
   return QVDispatchAttribute<CQVEdit, SEdit>(this, kAttrs, &kAdmitted, name, value, loading);

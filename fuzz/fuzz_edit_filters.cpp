@@ -11,9 +11,14 @@
 //   - the text never outgrows maxBuf.
 // Backspace and undo may leave text a filter would not accept (a lone "-"
 // after deleting the 5 of "-5"); they are run but not judged.
+// The sixth choice is a price edit (tick 0.05 from -10 to 100) with an empty
+// filter slot: typed text keeps to two places, and each Up/Down step leaves
+// an exact value on the tick grid within the bounds.
+#include <cstdint>
 #include <iterator>
 #include <string>
 
+#include "edits/decimal_text.h"
 #include "edits/qv_edit.h"
 #include "fuzz/fuzz_support.h"
 
@@ -22,7 +27,7 @@ namespace {
 using QVStandardCtrls::CQVEdit;
 using SOUI::SStringW;
 
-const wchar_t* const kFilters[] = {L"float", L"number", L"integer", L"EnUpper", L"EnLower"};
+const wchar_t* const kFilters[] = {L"float", L"number", L"integer", L"EnUpper", L"EnLower", L"price"};
 const wchar_t* const kMaxBufs[] = {L"32767", L"8", L"1", L"0x40"};
 // Mostly what the filters care about, then the rest of printable ASCII.
 const wchar_t kKeys[] = L"0123456789.-+.-aZqQ \b\t\r";
@@ -30,6 +35,10 @@ const wchar_t* const kChunks[] = {L"", L"1", L"-", L".", L"1.5", L"-0.25", L"+7"
                                   L"\x4E2D", L"9\r\nx", L"..", L"--1", L"\x00E9", L"1e5"};
 
 bool Accepts(const SStringW& filter, const SStringW& text) {
+  if (filter == L"price") {
+    const int places = QVStandardCtrls::QVDecimalPlaces(text);
+    return text.IsEmpty() || text == L"-" || (places >= 0 && places <= 2 && text[0] != L'+');
+  }
   if (filter == L"float") return QVStandardCtrls::IsQVFloatText(text);
   if (filter == L"number") return QVStandardCtrls::IsQVNumberText(text);
   if (filter == L"integer") return QVStandardCtrls::IsQVIntegerText(text);
@@ -62,8 +71,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const wchar_t* filter = kFilters[in.Pick(std::size(kFilters))];
   const wchar_t* max_buf = kMaxBufs[in.Pick(std::size(kMaxBufs))];
   SOUI::SHostWnd host;
-  const SStringW xml = SStringW(L"<SOUI><root><qv_edit name=\"e\" pos=\"0,0,-0,@24\" filter=\"") +
-                       filter + L"\" maxBuf=\"" + max_buf + L"\"/></root></SOUI>";
+  const bool price = SStringW(filter) == L"price";
+  const SStringW mode = price ? SStringW(L"tick=\"0.05\" min=\"-10\" max=\"100\"")
+                              : SStringW(L"filter=\"") + filter + L"\"";
+  const SStringW xml = SStringW(L"<SOUI><root><qv_edit name=\"e\" pos=\"0,0,-0,@24\" ") + mode + L" maxBuf=\"" +
+                       max_buf + L"\"/></root></SOUI>";
   if (!host.InitFromXmlText(xml)) return 0;
   host.Create(nullptr, 0, 0, 300, 60);
   host.ShowWindow(SOUI::SW_SHOW);
@@ -84,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     e->GetSel(s0, e0);
     const int errors_before = errors;
     bool judged = true;
-    switch (in.Pick(6)) {
+    switch (in.Pick(7)) {
       case 0: {
         const wchar_t key = in.Bool() ? kKeys[in.Pick(std::size(kKeys) - 1)] : static_cast<wchar_t>(in.Range(0x20, 0x7E));
         judged = key >= 0x20;
@@ -107,10 +119,23 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         else e->Redo();
         judged = false;
         break;
-      default:
+      case 5:
         e->SetWindowText(Chunk(in));  // the program's own text is not judged
         judged = false;
         break;
+      default: {
+        host.OnKeyEvent(WM_KEYDOWN, in.Bool() ? VK_UP : VK_DOWN, 0);
+        judged = false;
+        if (!price) break;
+        int64_t units = 0;
+        const SStringW now = e->GetWindowText();
+        if (limit < 6) break;  // "-10.00" and "100.00" are cut by a tinier maxBuf
+        QV_FUZZ_CHECK(QVStandardCtrls::ParseQVDecimal(now, 2, &units) && QVStandardCtrls::QVDecimalPlaces(now) == 2,
+                      "a step wrote \"%ls\"", now.c_str());
+        QV_FUZZ_CHECK(units >= -1000 && units <= 10000 && units % 5 == 0, "a step left %lld units",
+                      static_cast<long long>(units));
+        break;
+      }
     }
     const SStringW after = e->GetWindowText();
     QV_FUZZ_CHECK(after.GetLength() <= limit, "%d characters under maxBuf %d", after.GetLength(), limit);
