@@ -47,16 +47,20 @@
 // many places (no "+"); a value beyond min/max may be typed (it may be half
 // written) and is brought within them at the next step.
 //
-// Attributes (besides the admitted toolkit ones below):
+// Attributes (the toolkit edit's look, text and behaviour attributes are
+// admitted as well; other toolkit names are dropped):
 //   filter   one of the values above
 //   qvstyle  an edit style code (NI1-3, UI1-3, MI1-3, NIO1-3): "skin",
 //            "height", "font" and "padding", applied at once, so attributes
 //            later in the XML win.
 //   decimals decimal places of a price (0-9)
-//   tick     price step as decimal text ("0.01", "0.005"); its places add
-//            to "decimals"; default one unit of the last place
+//   tick     price step as decimal text ("0.01", "0.005"); a tick with more
+//            places than "decimals" raises the places to its own; default
+//            one unit of the last place
 //   min, max price bounds as decimal text
 //   wheel    "1": the wheel steps while focused
+// Defaults: theme text and cue colours (text_h1, text_h3) and a vertically
+// centred line.
 #pragma once
 
 #include <cstdint>
