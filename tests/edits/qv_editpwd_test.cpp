@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "library_test_base.h"
+#include "testing/recording_render.h"
 
 namespace QVStandardCtrls {
 namespace {
@@ -78,6 +81,24 @@ TEST_F(QVEditPwdTest, PasteTakesAWholeCodeOrNothing) {
   host()->OnImeCommit(L"\x4E00");
   EXPECT_EQ(p->GetCode(), L"42");
   EXPECT_EQ(Errors(), 3);
+}
+
+TEST_F(QVEditPwdTest, MaskedCellsDrawDotsNeverDigits) {
+  CQVEditPwd* p = Make(L"length=\"4\" code=\"73\"");
+  auto paint = [p] {
+    SOUI::RecordingRenderTarget rt(400, 300);
+    p->RedrawRegion(&rt, p->GetWindowRect());
+    return rt.Dump();
+  };
+  const std::string masked = paint();
+  EXPECT_EQ(masked.find("\"7\""), std::string::npos);
+  size_t dots = 0;
+  for (size_t at = masked.find("FillEllipse"); at != std::string::npos; at = masked.find("FillEllipse", at + 1)) ++dots;
+  EXPECT_EQ(dots, 2u);
+  p->SetAttribute(L"mask", L"0", FALSE);
+  const std::string shown = paint();
+  EXPECT_NE(shown.find("\"7\""), std::string::npos);
+  EXPECT_EQ(shown.find("FillEllipse"), std::string::npos);
 }
 
 TEST_F(QVEditPwdTest, BadLengthsAndCodesAreClamped) {
