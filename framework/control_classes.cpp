@@ -4,6 +4,9 @@
 #include "display/market_values.h"
 #include "display/reddots.h"
 #include "display/tags.h"
+#include "edits/qv_edit.h"
+#include "edits/qv_editcom.h"
+#include "edits/qv_editpwd.h"
 #include "framework/style_tables.h"
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
@@ -28,6 +31,12 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVRedDot>();
   factory.RegisterWindowClass<CQVNUmberRedDot>();
   factory.RegisterWindowClass<CQVLableRedDot>();
+  // Edits.
+  factory.RegisterWindowClass<CQVEdit>();
+  factory.RegisterWindowClass<CQVEditCom>();
+  factory.RegisterWindowClass<CQVEditMultiCom>();
+  factory.RegisterWindowClass<CQVEditMulti>();
+  factory.RegisterWindowClass<CQVEditPwd>();
   // Tabs.
   factory.RegisterWindowClass<CQVItemBase>();
   factory.RegisterWindowClass<CQVTabCtrlBase>();
