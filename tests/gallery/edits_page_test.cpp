@@ -2,32 +2,15 @@
 // own host code: its XML is the reference's example of each edit.
 #include <gtest/gtest.h>
 
-#include "apps/gallery/gallery.h"
 #include "edits/qv_editcom.h"
 #include "edits/qv_editpwd.h"
-#include "framework/control_classes.h"
-#include "testing/ui_test_base.h"
+#include "gallery_page_test_base.h"
 
 namespace {
 
 using SOUI::SStringW;
 
-class EditsPageTest : public SOUI::test::UiTestBase {
- protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    ASSERT_TRUE(gallery::LoadTheme(*app_, false));
-    QVStandardCtrls::RegisterQVStandardCtrls(app_->GetFactory());
-    ASSERT_NE(CreateHost(gallery::BuildLayout(*app_, true).c_str()), nullptr);
-    gallery::InstallPageBehaviour(*host());
-    Layout();
-  }
-  void Click(SOUI::SWindow* w) {
-    ASSERT_NE(w, nullptr);
-    gen().MoveMouseToCenterOf(w);
-    gen().ClickLeftButton();
-  }
-};
+using EditsPageTest = gallery::GalleryPageTest;
 
 TEST_F(EditsPageTest, FiltersPriceCompositeAndPinAnswerTheKeyboard) {
   // Each filter keeps what it accepts.

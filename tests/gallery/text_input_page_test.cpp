@@ -3,34 +3,18 @@
 // it heard.
 #include <gtest/gtest.h>
 
-#include "apps/gallery/gallery.h"
-#include "framework/control_classes.h"
 #include "soui/checkctrls.h"
 #include "soui/combobox.h"
 #include "soui/edit.h"
-#include "testing/ui_test_base.h"
+#include "gallery_page_test_base.h"
 
 namespace {
 
 using SOUI::SStringW;
 
-class TextInputPageTest : public SOUI::test::UiTestBase {
+class TextInputPageTest : public gallery::GalleryPageTest {
  protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    ASSERT_TRUE(gallery::LoadTheme(*app_, false));
-    QVStandardCtrls::RegisterQVStandardCtrls(app_->GetFactory());
-    // The whole gallery at full height: every control on screen.
-    const SStringW layout = gallery::BuildLayout(*app_, true);
-    ASSERT_NE(CreateHost(layout.c_str()), nullptr);
-    gallery::InstallPageBehaviour(*host());
-    Layout();
-  }
   SStringW Status() { return Find(L"demo_status")->GetWindowText(); }
-  void Click(const wchar_t* name) {
-    gen().MoveMouseToCenterOf(Find(name));
-    gen().ClickLeftButton();
-  }
 };
 
 TEST_F(TextInputPageTest, MouseAndKeyboardReachEveryKindOfControl) {

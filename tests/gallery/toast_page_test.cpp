@@ -3,33 +3,16 @@
 // links and close buttons answer in the status line.
 #include <gtest/gtest.h>
 
-#include "apps/gallery/gallery.h"
-#include "framework/control_classes.h"
 #include "popups/toast.h"
 #include "popups/tooltip.h"
 #include "soui/qvrichtext.h"
-#include "testing/ui_test_base.h"
+#include "gallery_page_test_base.h"
 
 namespace {
 
 using SOUI::SStringW;
 
-class ToastPageTest : public SOUI::test::UiTestBase {
- protected:
-  void SetUp() override {
-    UiTestBase::SetUp();
-    ASSERT_TRUE(gallery::LoadTheme(*app_, false));
-    QVStandardCtrls::RegisterQVStandardCtrls(app_->GetFactory());
-    const SStringW layout = gallery::BuildLayout(*app_, true);
-    ASSERT_NE(CreateHost(layout.c_str()), nullptr);
-    gallery::InstallPageBehaviour(*host());
-    Layout();
-  }
-  void Click(const wchar_t* name) {
-    gen().MoveMouseToCenterOf(Find(name));
-    gen().ClickLeftButton();
-  }
-};
+using ToastPageTest = gallery::GalleryPageTest;
 
 TEST_F(ToastPageTest, ButtonsRaiseToastsAndBarsReportClicks) {
   // Each kind over the gallery: one window, its text replaced each time.
