@@ -1,6 +1,7 @@
 // Host services: message dispatch (re-entrancy, task ordering), the user
 // settings store and its file, the stream logger, zoom scaling.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <fstream>
@@ -165,7 +166,10 @@ TEST(DispatchLifetimeTest, DestroyedDispatchLeavesNoTimersBehind) {
 class SettingsFileTest : public ::testing::Test {
  protected:
   void TearDown() override { std::remove(path.c_str()); }
-  std::string path = ::testing::TempDir() + "qv_settings_test.txt";
+  // Tests run as separate processes side by side: a file of their own each.
+  std::string path = ::testing::TempDir() + "qv_settings_" +
+                     ::testing::UnitTest::GetInstance()->current_test_info()->name() + "_" +
+                     std::to_string(getpid()) + ".txt";
 };
 
 TEST_F(SettingsFileTest, SaveThenLoadRestoresEveryKindAndAwkwardText) {

@@ -2,6 +2,7 @@
 // images, clips and layers, checked on pixels of small scenes.
 // Sections: colours · shapes · text · images · clips and layers · reference scene.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <sys/stat.h>
 
@@ -503,7 +504,7 @@ TEST_F(RenderTest, ResizeBitmapScalesEachFramePart) {
 TEST_F(RenderTest, PngRoundTripsThroughFileAndMemory) {
   const CRect rc(0, 0, 50, 30);
   rt_->FillSolidRect(&rc, kBlue);
-  const std::string path = ::testing::TempDir() + "render_roundtrip.png";
+  const std::string path = ::testing::TempDir() + "render_roundtrip_" + std::to_string(getpid()) + ".png";
   ASSERT_TRUE(rt_->SavePng(path));
 
   const IBitmapPtr from_file = factory_.LoadBitmapFromFile(SStringW::FromUtf8(path));
@@ -599,7 +600,10 @@ TEST(PngCompareTest, ReportsDifferencesAndWritesTheActualImage) {
   CairoRenderFactory factory;
   auto rt = factory.CreateCairoTarget(20, 10);
   rt->Clear(RGBA(255, 255, 255, 255));
-  const std::string ref = ::testing::TempDir() + "cmp_ref.png";
+  // A directory of this process's own: tests run side by side.
+  const std::string dir = ::testing::TempDir() + "cmp_" + std::to_string(getpid());
+  ::mkdir(dir.c_str(), 0755);
+  const std::string ref = dir + "/cmp_ref.png";
   ASSERT_TRUE(rt->SavePng(ref));
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 0, 0.0).match);
 
@@ -608,7 +612,7 @@ TEST(PngCompareTest, ReportsDifferencesAndWritesTheActualImage) {
   rt->FillSolidRect(&two, RGBA(250, 255, 255, 255));
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 5, 0.0).match);
   EXPECT_TRUE(ComparePng(rt->Surface(), ref, 4, 0.01).match);
-  const std::string out_dir = ::testing::TempDir() + "cmp_out";
+  const std::string out_dir = dir + "/out";
   ::mkdir(out_dir.c_str(), 0755);
   const PngCompareResult r = ComparePng(rt->Surface(), ref, 4, 0.0, out_dir);
   EXPECT_FALSE(r.match);
@@ -619,6 +623,8 @@ TEST(PngCompareTest, ReportsDifferencesAndWritesTheActualImage) {
   EXPECT_TRUE(ComparePng(rt->Surface(), actual, 0, 0.0, out_dir).match);
   std::remove(actual.c_str());
   std::remove(ref.c_str());
+  ::rmdir(out_dir.c_str());
+  ::rmdir(dir.c_str());
 }
 
 }  // namespace
