@@ -9,27 +9,16 @@
 #include <malloc.h>
 
 #include <cstdio>
-#include <fstream>
 #include <memory>
 #include <string>
 
+#include "bench_memory.h"
 #include "framework/control_classes.h"
 #include "popups/toast.h"
 #include "soui/hostwnd.h"
 #include "soui/sapp.h"
 
 namespace {
-
-long ResidentKb() {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.rfind("VmRSS:", 0) == 0) return std::stol(line.substr(6));
-  }
-  return -1;
-}
-
-long HeapInUseKb() { return static_cast<long>(mallinfo2().uordblks / 1024); }
 
 const wchar_t* const kTexts[] = {L"Order filled", L"Order rejected: price outside the daily limit",
                                  L"Connection restored", L"Your request has been sent"};
