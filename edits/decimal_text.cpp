@@ -37,17 +37,22 @@ bool ParseQVDecimal(const SStringW& text, int places, int64_t* units) {
   if (places < 0 || places > kQVMaxDecimalPlaces) return false;
   const int have = QVDecimalPlaces(text);
   if (have < 0 || have > places) return false;
+  // At most 18 digits overall, scaling included, so that neither the
+  // parse nor a later step can overflow; longer text is not a value.
+  constexpr int64_t kMaxUnits = 999999999999999999LL;
   int64_t v = 0;
   bool negative = false;
   for (int i = 0; i < text.GetLength(); ++i) {
     const wchar_t c = text[i];
     if (c == L'-') negative = true;
-    if (c >= L'0' && c <= L'9') v = v * 10 + (c - L'0');
+    if (c < L'0' || c > L'9') continue;
+    if (v > (kMaxUnits - (c - L'0')) / 10) return false;
+    v = v * 10 + (c - L'0');
   }
-  for (int i = have; i < places; ++i) v *= 10;
-  // At most 18 digits before scaling and 9 places of scaling: keep within
-  // 18 digits overall so a step cannot overflow.
-  if (v > 999999999999999999LL) return false;
+  for (int i = have; i < places; ++i) {
+    if (v > kMaxUnits / 10) return false;
+    v *= 10;
+  }
   if (units) *units = negative ? -v : v;
   return true;
 }

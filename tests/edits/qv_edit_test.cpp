@@ -294,9 +294,13 @@ TEST(QVDecimalTextTest, ParsesFormatsAndStepsExactly) {
   EXPECT_EQ(FormatQVDecimal(-7, 2), L"-0.07");
   EXPECT_EQ(FormatQVDecimal(12, 0), L"12");
   // Not exact at 2 places, not a number, or too long: refused.
-  for (const wchar_t* bad : {L"1.234", L"", L"-", L".", L"1.2.3", L"1e5", L"1234567890123456789"}) {
+  for (const wchar_t* bad : {L"1.234", L"", L"-", L".", L"1.2.3", L"1e5", L"1234567890123456789",
+                             L"-98765432109876543210987654321"}) {
     EXPECT_FALSE(ParseQVDecimal(bad, 2, &v)) << bad;
   }
+  // Digits that fit until the places are added are still too long.
+  EXPECT_FALSE(ParseQVDecimal(L"999999999999", 9, &v));
+  EXPECT_TRUE(ParseQVDecimal(L"999999999", 9, &v));
   EXPECT_EQ(QVDecimalPlaces(L"0.005"), 3);
   // Off the grid, a step lands on the next grid point in its direction.
   EXPECT_EQ(StepQVDecimal(103, 5, 1), 105);
