@@ -37,7 +37,7 @@ void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 
 namespace {
 
-const int kCount = getenv("QV_COUNT") ? atoi(getenv("QV_COUNT")) : 10000;
+constexpr int kCount = 10000;
 
 long HeapInUse() { return static_cast<long>(mallinfo2().uordblks); }
 

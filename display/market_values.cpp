@@ -113,6 +113,7 @@ void CQVRedGreenStatic::UpdateRiseFallColor() {
 
 void CQVRedGreenStatic::ResetColorText() {
   const SStringW& ref = current_ > compare_ ? rise_ref_ : current_ < compare_ ? fall_ref_ : stable_ref_;
+  if (GetStyle().colorText[0].Source() == ref) return;  // most updates keep the direction
   EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"colorText", ref); });
 }
 

@@ -308,6 +308,7 @@ BOOL SWindow::InsertChild(SWindow* child, SWindow* after) {
   ++child_count_;
   child->SetDepth(depth_ + 1);
   if (child->container_ != container_) child->SetContainer(container_);
+  ++g_inherit_epoch;  // the child inherits from a new line of ancestors
   RequestRelayout();
   return TRUE;
 }
@@ -335,6 +336,7 @@ BOOL SWindow::RemoveChild(SWindow* child) {
   child->SetDepth(0);
   --child_count_;
   if (container_) container_->OnSwndDestroyed(child);  // drop capture/hover/focus on it
+  ++g_inherit_epoch;
   RequestRelayout();
   Invalidate();
   return TRUE;

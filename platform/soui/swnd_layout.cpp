@@ -16,7 +16,6 @@
 namespace SOUI {
 
 using internal::ForEachDescendant;
-using internal::g_inherit_epoch;
 using internal::g_measure_epoch;
 
 // ---- layout -----------------------------------------------------------------------
@@ -141,7 +140,6 @@ void SWindow::InvalidateMeasure() {
 void SWindow::InvalidateAllMeasures() { ++g_measure_epoch; }
 
 void SWindow::MarkLayoutDirtyUpwards() {
-  ++g_inherit_epoch;  // the tree may have changed
   InvalidateMeasure();
   layout_dirty_ = true;
   // A content-sized ancestor changes size with us, so its parent must re-lay
