@@ -25,7 +25,7 @@ IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
   }
   SApplication* app = SApplication::getSingletonPtr();
   if (!app) return rt ? rt->GetCurrentFont() : nullptr;
-  return rt ? rt->CreateFont(app->GetResProvider().GetDefaultFont(scale)) : nullptr;
+  return rt ? app->GetResProvider().GetDefaultFontObject(scale) : nullptr;
 }
 
 COLORREF SWindow::GetPaintTextColor() const {
