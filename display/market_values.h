@@ -139,7 +139,7 @@ class QVSTDCTRLS_API CQVRiseFallPrice : public SOUI::SWindow {
 
 // Arrow and body sizes (dp) of a rise/fall price style code; false for an
 // unknown code.
-struct QVRiseFallArrowSize {
+struct QVSTDCTRLS_API QVRiseFallArrowSize {
   int body_x, body_y, arrow_x, arrow_y;
 };
 QVSTDCTRLS_API bool FindQVRiseFallArrowSize(const SOUI::SStringW& code, QVRiseFallArrowSize* out);
