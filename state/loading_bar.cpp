@@ -42,7 +42,8 @@ const wchar_t* QVLoadingBarStateName(EnQVLoadingBarState state) {
 // ---- attributes and states ----------------------------------------------------------
 
 QVLoadingBarBase::QVLoadingBarBase()
-    : ticker_([this] {
+    : gate_(this, QVLoadingBar_Loading, QVLoadingBar_Empty, [this](int state) { Show(state); }),
+      ticker_([this] {
         if (!WantsFrames()) return false;
         Invalidate();
         return true;
@@ -116,12 +117,12 @@ HRESULT QVLoadingBarBase::OnAttrFailLink(const SStringW& value, BOOL) {
 }
 
 HRESULT QVLoadingBarBase::OnAttrShowDelay(const SStringW& value, BOOL) {
-  show_delay_ = QVParseBoundedInt(value, 200, 0, 60000);
+  gate_.show_delay = QVParseBoundedInt(value, 200, 0, 60000);
   return S_OK;
 }
 
 HRESULT QVLoadingBarBase::OnAttrMinShowTime(const SStringW& value, BOOL) {
-  min_show_ = QVParseBoundedInt(value, 400, 0, 60000);
+  gate_.min_show = QVParseBoundedInt(value, 400, 0, 60000);
   return S_OK;
 }
 
@@ -148,50 +149,16 @@ void QVLoadingBarBase::SetLoadingState(int state) {
     QVLogBadValue(this, L"state", SStringW::Format2(L"%d", state));
     return;
   }
-  const auto s = static_cast<EnQVLoadingBarState>(state);
-  if (s == requested_) return;
-  requested_ = s;
-  ApplyRequested();
+  // Nothing was shown, so nothing completes: a quick load stays invisible.
+  if (state == QVLoadingBar_Complete && shown_ != QVLoadingBar_Loading) state = QVLoadingBar_Empty;
+  gate_.Request(state);
 }
 
-void QVLoadingBarBase::ApplyRequested() {
-  // The line has not stayed its minimum: whatever comes waits for it.
-  if (shown_ == QVLoadingBar_Loading && requested_ != QVLoadingBar_Loading) {
-    const uint32_t shown_for = SOUI::GetTickCount() - shown_since_;
-    if (shown_for < static_cast<uint32_t>(min_show_)) {
-      if (!min_wait_) SetTimer(kMinShowTimer, min_show_ - shown_for);
-      min_wait_ = true;
-      return;
-    }
-  }
-  if (min_wait_) {
-    KillTimer(kMinShowTimer);
-    min_wait_ = false;
-  }
-  if (requested_ == QVLoadingBar_Loading) {
-    if (shown_ == QVLoadingBar_Loading) return;
-    // A stale message or a fading line goes at once; the line waits.
-    Show(QVLoadingBar_Empty);
-    if (show_delay_ > 0) SetTimer(kDelayTimer, show_delay_);
-    else Show(QVLoadingBar_Loading);
-    return;
-  }
-  KillTimer(kDelayTimer);
-  if (requested_ == QVLoadingBar_Complete && shown_ != QVLoadingBar_Loading) {
-    // Nothing was shown, so nothing completes: a quick load stays invisible.
-    requested_ = QVLoadingBar_Empty;
-  }
-  Show(requested_);
-}
-
-void QVLoadingBarBase::Show(EnQVLoadingBarState state) {
+void QVLoadingBarBase::Show(int state) {
   KillTimer(kFadeTimer);
-  if (state == shown_ && state != QVLoadingBar_Complete) return;
-  shown_ = state;
-  const uint32_t now = SOUI::GetTickCount();
-  if (state == QVLoadingBar_Loading) shown_since_ = now;
-  if (state == QVLoadingBar_Complete) {
-    fade_start_ = now;
+  shown_ = static_cast<EnQVLoadingBarState>(state);
+  if (shown_ == QVLoadingBar_Complete) {
+    fade_start_ = SOUI::GetTickCount();
     SetTimer(kFadeTimer, std::max(1, fade_time_));
   }
   press_on_link_ = false;
@@ -200,17 +167,10 @@ void QVLoadingBarBase::Show(EnQVLoadingBarState state) {
 }
 
 void QVLoadingBarBase::OnTimer(int id) {
-  if (id == kDelayTimer) {
-    KillTimer(kDelayTimer);
-    if (requested_ == QVLoadingBar_Loading) Show(QVLoadingBar_Loading);
-  } else if (id == kMinShowTimer) {
-    KillTimer(kMinShowTimer);
-    min_wait_ = false;
-    ApplyRequested();
-  } else if (id == kFadeTimer) {
+  if (gate_.OnTimer(id)) return;
+  if (id == kFadeTimer) {
     KillTimer(kFadeTimer);
-    if (requested_ == QVLoadingBar_Complete) requested_ = QVLoadingBar_Empty;
-    Show(QVLoadingBar_Empty);
+    gate_.Force(QVLoadingBar_Empty);
   } else {
     SWindow::OnTimer(id);
   }
@@ -276,7 +236,7 @@ CRect QVLoadingBarBase::GetSegmentRect() const {
   const int w = line.Width();
   const int seg = std::max(1, w * 3 / 10);
   // Eased in and out, from just off the left end to just off the right one.
-  const double t = static_cast<double>((SOUI::GetTickCount() - shown_since_) % kSweepMs) / kSweepMs;
+  const double t = static_cast<double>((SOUI::GetTickCount() - gate_.BusySince()) % kSweepMs) / kSweepMs;
   const double eased = 0.5 - 0.5 * std::cos(t * 3.14159265358979);
   const int x = line.left - seg + static_cast<int>((w + seg) * eased);
   return CRect(std::max<int>(x, line.left), line.top, std::min<int>(x + seg, line.right), line.bottom);

@@ -66,8 +66,6 @@ class QVSTDCTRLS_API EventQVLoadingBarClick : public SOUI::EventArgs {
 // What both bars share; the edge is the only difference.
 class QVSTDCTRLS_API QVLoadingBarBase : public SOUI::SWindow {
  public:
-  static constexpr int kDelayTimer = 1;
-  static constexpr int kMinShowTimer = 2;
   static constexpr int kFadeTimer = 3;
 
   QVLoadingBarBase();
@@ -79,7 +77,7 @@ class QVSTDCTRLS_API QVLoadingBarBase : public SOUI::SWindow {
   // outside the enumeration: logged, no change.
   void SetLoadingState(int state);
   // The state last asked for (empty again once a complete faded).
-  EnQVLoadingBarState GetLoadingState() const { return requested_; }
+  EnQVLoadingBarState GetLoadingState() const { return static_cast<EnQVLoadingBarState>(gate_.Requested()); }
   // The state on screen, which lags behind during delays.
   EnQVLoadingBarState GetShownState() const { return shown_; }
   bool IsAnimating() const { return ticker_.IsRunning(); }
@@ -121,9 +119,8 @@ class QVSTDCTRLS_API QVLoadingBarBase : public SOUI::SWindow {
   bool IsBand() const { return shown_ == QVLoadingBar_Remind || shown_ == QVLoadingBar_Fail; }
   const SOUI::SStringW& Message() const { return shown_ == QVLoadingBar_Fail ? fail_text_ : remind_text_; }
   const SOUI::SStringW& Link() const { return shown_ == QVLoadingBar_Fail ? fail_link_ : remind_link_; }
-  // Moves the screen to the requested state, as far as the timers allow.
-  void ApplyRequested();
-  void Show(EnQVLoadingBarState state);
+  // The gate moved the screen.
+  void Show(int state);
   // Ticks while the line moves or fades and the bar can be seen.
   bool WantsFrames() const;
   void UpdateTicker();
@@ -131,14 +128,10 @@ class QVSTDCTRLS_API QVLoadingBarBase : public SOUI::SWindow {
   // The message and link widths in the window's font.
   SOUI::CSize TextExtent(const SOUI::SStringW& text) const;
 
-  EnQVLoadingBarState requested_ = QVLoadingBar_Empty;
   EnQVLoadingBarState shown_ = QVLoadingBar_Empty;
-  uint32_t shown_since_ = 0;  // start of the loading line (sweep phase 0)
+  QVStateGate gate_;
   uint32_t fade_start_ = 0;
-  bool min_wait_ = false;     // a state waits for the minimum showing time
   bool press_on_link_ = false;
-  int show_delay_ = 200;
-  int min_show_ = 400;
   int fade_time_ = 400;
   SOUI::SStringW remind_text_ = L"New data is available";
   SOUI::SStringW remind_link_ = L"Refresh";

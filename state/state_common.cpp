@@ -30,6 +30,70 @@ bool QVFrameTicker::IsShowing(const SOUI::SWindow* wnd) {
   return host && host->IsWindowVisible();
 }
 
+QVStateGate::QVStateGate(SOUI::SWindow* wnd, int busy, int idle, std::function<void(int)> show)
+    : wnd_(wnd), busy_(busy), idle_(idle), show_(std::move(show)), requested_(idle), shown_(idle) {}
+
+void QVStateGate::Request(int state) {
+  if (state == requested_) return;
+  requested_ = state;
+  Apply();
+}
+
+void QVStateGate::Force(int state) {
+  wnd_->KillTimer(kDelayTimer);
+  wnd_->KillTimer(kMinShowTimer);
+  min_wait_ = false;
+  requested_ = state;
+  SetShown(state);
+}
+
+void QVStateGate::Apply() {
+  if (shown_ == busy_ && requested_ != busy_) {
+    const uint32_t shown_for = SOUI::GetTickCount() - busy_since_;
+    if (shown_for < static_cast<uint32_t>(min_show)) {
+      if (!min_wait_) wnd_->SetTimer(kMinShowTimer, min_show - shown_for);
+      min_wait_ = true;
+      return;
+    }
+  }
+  if (min_wait_) {
+    wnd_->KillTimer(kMinShowTimer);
+    min_wait_ = false;
+  }
+  if (requested_ == busy_) {
+    if (shown_ == busy_) return;
+    // What showed is stale now; busy waits for its delay.
+    SetShown(idle_);
+    if (show_delay > 0) wnd_->SetTimer(kDelayTimer, show_delay);
+    else SetShown(busy_);
+    return;
+  }
+  wnd_->KillTimer(kDelayTimer);
+  SetShown(requested_);
+}
+
+bool QVStateGate::OnTimer(int id) {
+  if (id == kDelayTimer) {
+    wnd_->KillTimer(kDelayTimer);
+    if (requested_ == busy_) SetShown(busy_);
+    return true;
+  }
+  if (id == kMinShowTimer) {
+    wnd_->KillTimer(kMinShowTimer);
+    min_wait_ = false;
+    Apply();
+    return true;
+  }
+  return false;
+}
+
+void QVStateGate::SetShown(int state) {
+  if (state == shown_) return;
+  shown_ = state;
+  if (state == busy_) busy_since_ = SOUI::GetTickCount();
+  if (show_) show_(state);
+}
+
 int QVParseBoundedInt(const SOUI::SStringW& value, int def, int lo, int hi) {
   int v = def;
   if (!StrToIntExW(value, STIF_SUPPORT_HEX, &v)) v = def;

@@ -39,6 +39,48 @@ class QVFrameTicker : public SOUI::ITimelineHandler {
   SOUI::ITimelineHandlersMgr* mgr_ = nullptr;
 };
 
+// The show delay and minimum showing time of a busy state (a spinner, a
+// loading line), for a control that shows one state at a time:
+//   asked busy       the idle state shows at once, busy after show_delay
+//                    (at once when 0); asked something else meanwhile, busy
+//                    never shows
+//   busy shown       it stays min_show ms; a state asked earlier waits, the
+//                    latest one asked wins, and busy asked again cancels it
+//   anything else    shows at once
+// Timers are the window's (ids kDelayTimer and kMinShowTimer), so a
+// destroyed window takes them along.
+class QVStateGate {
+ public:
+  static constexpr int kDelayTimer = 0x51A1;
+  static constexpr int kMinShowTimer = 0x51A2;
+
+  // show(state) is called whenever the shown state changes.
+  QVStateGate(SOUI::SWindow* wnd, int busy, int idle, std::function<void(int)> show);
+  void Request(int state);
+  // For the control's own moves (a fade that ended): shown and asked at once.
+  void Force(int state);
+  // True when id was one of the gate's timers.
+  bool OnTimer(int id);
+  int Requested() const { return requested_; }
+  int Shown() const { return shown_; }
+  // When busy last showed (the application clock).
+  uint32_t BusySince() const { return busy_since_; }
+
+  int show_delay = 200;
+  int min_show = 400;
+
+ private:
+  void Apply();
+  void SetShown(int state);
+
+  SOUI::SWindow* wnd_;
+  int busy_, idle_;
+  std::function<void(int)> show_;
+  int requested_, shown_;
+  uint32_t busy_since_ = 0;
+  bool min_wait_ = false;
+};
+
 // A duration or count attribute: a decimal or hex integer clamped into
 // [lo, hi]; def when it does not parse.
 int QVParseBoundedInt(const SOUI::SStringW& value, int def, int lo, int hi);
