@@ -11,6 +11,8 @@
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
 #include "state/loading_bar.h"
+#include "state/page_loading.h"
+#include "state/progress.h"
 #include "tabs/item_base.h"
 #include "tabs/tab_page_host.h"
 #include "tabs/tab_variants.h"
@@ -60,6 +62,8 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   // State controls.
   factory.RegisterWindowClass<QVTopLoadingBar>();
   factory.RegisterWindowClass<QVBottomLoadingBar>();
+  factory.RegisterWindowClass<QVPageLoadingCtrl>();
+  factory.RegisterWindowClass<CQVProgress>();
   // Rich text's qv_text runs name their look by a text style code.
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {

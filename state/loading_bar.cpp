@@ -1,7 +1,6 @@
 #include "state/loading_bar.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "soui/render.h"
 
@@ -232,14 +231,7 @@ CRect QVLoadingBarBase::GetLineRect() const {
 
 CRect QVLoadingBarBase::GetSegmentRect() const {
   if (shown_ != QVLoadingBar_Loading) return CRect();
-  const CRect line = GetLineRect();
-  const int w = line.Width();
-  const int seg = std::max(1, w * 3 / 10);
-  // Eased in and out, from just off the left end to just off the right one.
-  const double t = static_cast<double>((SOUI::GetTickCount() - gate_.BusySince()) % kSweepMs) / kSweepMs;
-  const double eased = 0.5 - 0.5 * std::cos(t * 3.14159265358979);
-  const int x = line.left - seg + static_cast<int>((w + seg) * eased);
-  return CRect(std::max<int>(x, line.left), line.top, std::min<int>(x + seg, line.right), line.bottom);
+  return QVSweepSegment(GetLineRect(), SOUI::GetTickCount() - gate_.BusySince(), kSweepMs);
 }
 
 void QVLoadingBarBase::OnEraseBkgnd(SOUI::IRenderTarget* rt) {

@@ -1,6 +1,7 @@
 #include "state/state_common.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "qvhost/qvlog.h"
 #include "soui/hostwnd.h"
@@ -92,6 +93,16 @@ void QVStateGate::SetShown(int state) {
   shown_ = state;
   if (state == busy_) busy_since_ = SOUI::GetTickCount();
   if (show_) show_(state);
+}
+
+SOUI::CRect QVSweepSegment(const SOUI::CRect& line, uint32_t elapsed, uint32_t period) {
+  const int w = line.Width();
+  if (w <= 0 || period == 0) return SOUI::CRect();
+  const int seg = std::max(1, w * 3 / 10);
+  const double t = static_cast<double>(elapsed % period) / period;
+  const double eased = 0.5 - 0.5 * std::cos(t * 3.14159265358979);
+  const int x = line.left - seg + static_cast<int>((w + seg) * eased);
+  return SOUI::CRect(std::max<int>(x, line.left), line.top, std::min<int>(x + seg, line.right), line.bottom);
 }
 
 int QVParseBoundedInt(const SOUI::SStringW& value, int def, int lo, int hi) {

@@ -81,6 +81,11 @@ class QVStateGate {
   bool min_wait_ = false;
 };
 
+// The part of line an indeterminate sweep covers elapsed ms after it
+// started: a segment 3/10 of the line wide, eased from just off the left end
+// to just off the right one every period ms, clipped to the line.
+SOUI::CRect QVSweepSegment(const SOUI::CRect& line, uint32_t elapsed, uint32_t period);
+
 // A duration or count attribute: a decimal or hex integer clamped into
 // [lo, hi]; def when it does not parse.
 int QVParseBoundedInt(const SOUI::SStringW& value, int def, int lo, int hi);
