@@ -10,6 +10,7 @@
 #include "framework/style_tables.h"
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
+#include "state/combobox.h"
 #include "state/loading_bar.h"
 #include "state/page_loading.h"
 #include "state/progress.h"
@@ -64,6 +65,7 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<QVBottomLoadingBar>();
   factory.RegisterWindowClass<QVPageLoadingCtrl>();
   factory.RegisterWindowClass<CQVProgress>();
+  factory.RegisterWindowClass<CQVComboBox>();
   // Rich text's qv_text runs name their look by a text style code.
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {
