@@ -24,21 +24,6 @@ constexpr int kButtonGapDp = 16;
 
 int Dp(int v, int scale) { return v * scale / 100; }
 
-// One shape filled with a colour, the previous brush put back.
-template <class Fn>
-void WithBrush(SOUI::IRenderTarget* rt, COLORREF c, Fn fill) {
-  SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(c));
-  fill();
-  rt->SelectBrush(old);
-}
-
-template <class Fn>
-void WithPen(SOUI::IRenderTarget* rt, COLORREF c, int width, Fn draw) {
-  SOUI::IPenPtr old = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, c, std::max(1, width)));
-  draw();
-  rt->SelectPen(old);
-}
-
 }  // namespace
 
 QVPageLoadingCtrl::QVPageLoadingCtrl()
@@ -300,7 +285,7 @@ void QVPageLoadingCtrl::DrawSpinner(SOUI::IRenderTarget* rt, const CRect& rc) co
     const int x = static_cast<int>(std::lround(cx + r * std::cos(a) - dot / 2.0));
     const int y = static_cast<int>(std::lround(cy + r * std::sin(a) - dot / 2.0));
     const CRect d(x, y, x + dot, y + dot);
-    WithBrush(rt, QVFadeColor(c, alpha), [&] { rt->FillEllipse(&d); });
+    QVWithBrush(rt, QVFadeColor(c, alpha), [&] { rt->FillEllipse(&d); });
   }
 }
 
@@ -315,10 +300,10 @@ void QVPageLoadingCtrl::DrawPicture(SOUI::IRenderTarget* rt, const CRect& rc, bo
   // A list card with three rows and nothing in them.
   const CRect card = box(0.18, 0.1, 0.82, 0.9);
   const SOUI::CPoint radius(std::max(2, s / 14), std::max(2, s / 14));
-  WithBrush(rt, picture_fill_.Get(), [&] { rt->FillRoundRect(&card, radius); });
-  WithPen(rt, picture_line_.Get(), s / 48, [&] { rt->DrawRoundRect(&card, radius); });
+  QVWithBrush(rt, picture_fill_.Get(), [&] { rt->FillRoundRect(&card, radius); });
+  QVWithPen(rt, picture_line_.Get(), s / 48, [&] { rt->DrawRoundRect(&card, radius); });
   const double rows[][2] = {{0.32, 0.70}, {0.48, 0.70}, {0.64, 0.56}};
-  WithPen(rt, picture_line_.Get(), s / 24, [&] {
+  QVWithPen(rt, picture_line_.Get(), s / 24, [&] {
     for (const auto& row : rows) {
       const POINT line[2] = {at(0.32, row[0]), at(row[1], row[0])};
       rt->DrawLines(line, 2);
@@ -327,7 +312,7 @@ void QVPageLoadingCtrl::DrawPicture(SOUI::IRenderTarget* rt, const CRect& rc, bo
   if (!failed) return;
   // The warning mark on the card's corner, cut out in the panel's colour.
   const CRect mark = box(0.56, 0.58, 0.9, 0.92);
-  WithBrush(rt, fail_color_.Get(), [&] { rt->FillEllipse(&mark); });
+  QVWithBrush(rt, fail_color_.Get(), [&] { rt->FillEllipse(&mark); });
   const COLORREF cut = bkgnd_.Get();
   const int w = std::max(2, s / 24);
   const CPoint c = mark.CenterPoint();

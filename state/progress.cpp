@@ -193,10 +193,7 @@ void CQVProgress::OnPaint(SOUI::IRenderTarget* rt) {
   const CRect track = GetTrackRect();
   const SOUI::CPoint radius(track.Height() / 2, track.Height() / 2);
   auto fill = [&](const CRect& rc, COLORREF c) {
-    if (rc.IsRectEmpty() || c == CR_INVALID) return;
-    SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(c));
-    rt->FillRoundRect(&rc, radius);
-    rt->SelectBrush(old);
+    if (!rc.IsRectEmpty() && c != CR_INVALID) QVWithBrush(rt, c, [&] { rt->FillRoundRect(&rc, radius); });
   };
   fill(track, track_.Get());
   fill(GetFilledRect(), fill_.Get());

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "soui/render.h"
 #include "soui/sstring.h"
 
 #include "soui/swnd.h"
@@ -85,6 +86,22 @@ class QVStateGate {
 // started: a segment 3/10 of the line wide, eased from just off the left end
 // to just off the right one every period ms, clipped to the line.
 SOUI::CRect QVSweepSegment(const SOUI::CRect& line, uint32_t elapsed, uint32_t period);
+
+// Runs fill with a solid brush of colour c selected, then puts the old
+// brush back; WithPen does the same with a solid pen.
+template <class Fn>
+void QVWithBrush(SOUI::IRenderTarget* rt, COLORREF c, Fn fill) {
+  SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(c));
+  fill();
+  rt->SelectBrush(old);
+}
+
+template <class Fn>
+void QVWithPen(SOUI::IRenderTarget* rt, COLORREF c, int width, Fn draw, int style = SOUI::PS_SOLID) {
+  SOUI::IPenPtr old = rt->SelectPen(rt->CreatePen(style, c, width < 1 ? 1 : width));
+  draw();
+  rt->SelectPen(old);
+}
 
 // A duration or count attribute: a decimal or hex integer clamped into
 // [lo, hi]; def when it does not parse.
