@@ -36,6 +36,8 @@ QVPageLoadingCtrl::QVPageLoadingCtrl()
   GetEventSet()->addEvent(EventQVPageLoadingRefresh::EventID, EventQVPageLoadingRefresh::EventName());
   refresh_ = new CQVButton();
   refresh_->SetAttribute(L"text", L"Refresh", FALSE);
+  // Content-sized: the style's minimum width and paddings apply.
+  refresh_->SetAttribute(L"width", L"-1", FALSE);
   refresh_->SetVisible(FALSE);
   refresh_->subscribeEvent(SOUI::EVT_CMD, [this](SOUI::EventArgs* cmd) {
     // The refresh event stands for the click; the command goes no further.
