@@ -16,7 +16,7 @@ namespace {
 using SOUI::CRect;
 using SOUI::SStringW;
 
-const SStringW kCard = SStringW::FromUtf8(QV_SOURCE_DIR "/tests/data/id_card_sample.png");
+const SStringW kCard = SStringW::FromUtf8(QV_SOURCE_DIR "/apps/gallery/id_card_sample.png");
 
 class PictureUploadTest : public LibraryTestBase {
  protected:

@@ -93,7 +93,7 @@ class StateLookTest : public LibraryTestBase, public ::testing::WithParamInterfa
 
 TEST_P(StateLookTest, EveryControlInEveryState) {
   CreateHost(kSheet, 576 * zoom_ / 100, 684 * zoom_ / 100);
-  const SStringW card = SStringW::FromUtf8(QV_SOURCE_DIR "/tests/data/id_card_sample.png");
+  const SStringW card = SStringW::FromUtf8(QV_SOURCE_DIR "/apps/gallery/id_card_sample.png");
   Get<QVTopLoadingBar>(L"bar_loading")->SetLoadingState(QVLoadingBar_Loading);
   Get<QVBottomLoadingBar>(L"bottom_loading")->SetLoadingState(QVLoadingBar_Loading);
   QVTopLoadingBar* complete = Get<QVTopLoadingBar>(L"bar_complete");
