@@ -42,11 +42,7 @@ const wchar_t* QVLoadingBarStateName(EnQVLoadingBarState state) {
 
 QVLoadingBarBase::QVLoadingBarBase()
     : gate_(this, QVLoadingBar_Loading, QVLoadingBar_Empty, [this](int state) { Show(state); }),
-      ticker_([this] {
-        if (!WantsFrames()) return false;
-        Invalidate();
-        return true;
-      }) {
+      ticker_([this] { return shown_ == QVLoadingBar_Loading || shown_ == QVLoadingBar_Complete; }) {
   GetEventSet()->addEvent(EventQVLoadingBarClick::EventID, EventQVLoadingBarClick::EventName());
   ApplyStyle(FindQVLoadingBarStyle(L"LB1"));
 }
@@ -57,10 +53,10 @@ HRESULT QVLoadingBarBase::SetAttribute(const SStringW& name, const SStringW& val
   static const QVAttrEntry<QVLoadingBarBase> kAttrs[] = {
       {L"state", &QVLoadingBarBase::OnAttrState},
       {L"qvstyle", &QVLoadingBarBase::OnAttrQVStyle},
-      {L"remindtext", &QVLoadingBarBase::OnAttrRemindText},
-      {L"remindlink", &QVLoadingBarBase::OnAttrRemindLink},
-      {L"failtext", &QVLoadingBarBase::OnAttrFailText},
-      {L"faillink", &QVLoadingBarBase::OnAttrFailLink},
+      {L"remindtext", &QVLoadingBarBase::OnAttrText<&QVLoadingBarBase::remind_text_>},
+      {L"remindlink", &QVLoadingBarBase::OnAttrText<&QVLoadingBarBase::remind_link_>},
+      {L"failtext", &QVLoadingBarBase::OnAttrText<&QVLoadingBarBase::fail_text_>},
+      {L"faillink", &QVLoadingBarBase::OnAttrText<&QVLoadingBarBase::fail_link_>},
       {L"showdelay", &QVLoadingBarBase::OnAttrShowDelay},
       {L"minshowtime", &QVLoadingBarBase::OnAttrMinShowTime},
       {L"fadetime", &QVLoadingBarBase::OnAttrFadeTime},
@@ -88,30 +84,6 @@ HRESULT QVLoadingBarBase::OnAttrQVStyle(const SStringW& value, BOOL loading) {
     return S_OK;
   }
   ApplyStyle(rec);
-  return S_OK;
-}
-
-HRESULT QVLoadingBarBase::OnAttrRemindText(const SStringW& value, BOOL) {
-  remind_text_ = value;
-  Invalidate();
-  return S_OK;
-}
-
-HRESULT QVLoadingBarBase::OnAttrRemindLink(const SStringW& value, BOOL) {
-  remind_link_ = value;
-  Invalidate();
-  return S_OK;
-}
-
-HRESULT QVLoadingBarBase::OnAttrFailText(const SStringW& value, BOOL) {
-  fail_text_ = value;
-  Invalidate();
-  return S_OK;
-}
-
-HRESULT QVLoadingBarBase::OnAttrFailLink(const SStringW& value, BOOL) {
-  fail_link_ = value;
-  Invalidate();
   return S_OK;
 }
 
@@ -162,7 +134,7 @@ void QVLoadingBarBase::Show(int state) {
   }
   press_on_link_ = false;
   Invalidate();
-  UpdateTicker();
+  ticker_.Update(this);
 }
 
 void QVLoadingBarBase::OnTimer(int id) {
@@ -175,23 +147,14 @@ void QVLoadingBarBase::OnTimer(int id) {
   }
 }
 
-bool QVLoadingBarBase::WantsFrames() const {
-  return (shown_ == QVLoadingBar_Loading || shown_ == QVLoadingBar_Complete) && QVFrameTicker::IsShowing(this);
-}
-
-void QVLoadingBarBase::UpdateTicker() {
-  if (WantsFrames()) ticker_.Start(this);
-  else ticker_.Stop();
-}
-
 void QVLoadingBarBase::OnShowWindow(BOOL show, UINT status) {
   SWindow::OnShowWindow(show, status);
-  UpdateTicker();
+  ticker_.Update(this);
 }
 
 int QVLoadingBarBase::OnCreate() {
   const int result = SWindow::OnCreate();
-  UpdateTicker();
+  ticker_.Update(this);
   return result;
 }
 
@@ -243,7 +206,7 @@ void QVLoadingBarBase::OnEraseBkgnd(SOUI::IRenderTarget* rt) {
 
 void QVLoadingBarBase::OnPaint(SOUI::IRenderTarget* rt) {
   // A bar shown again after a hidden stretch picks its frames up here.
-  if (!ticker_.IsRunning() && WantsFrames()) ticker_.Start(this);
+  ticker_.Update(this);
   if (shown_ == QVLoadingBar_Loading) {
     const CRect line = GetLineRect();
     if (track_color_.Get() != CR_INVALID) rt->FillSolidRect(&line, track_color_.Get());

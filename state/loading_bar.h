@@ -107,10 +107,14 @@ class QVSTDCTRLS_API QVLoadingBarBase : public SOUI::SWindow {
 
   HRESULT OnAttrState(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrQVStyle(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrRemindText(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrRemindLink(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrFailText(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrFailLink(const SOUI::SStringW& value, BOOL loading);
+  // A text of the bands: stored and repainted.
+  template <SOUI::SStringW QVLoadingBarBase::*Text>
+  HRESULT OnAttrText(const SOUI::SStringW& value, BOOL loading) {
+    (void)loading;
+    this->*Text = value;
+    Invalidate();
+    return S_OK;
+  }
   HRESULT OnAttrShowDelay(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrMinShowTime(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrFadeTime(const SOUI::SStringW& value, BOOL loading);
@@ -121,9 +125,6 @@ class QVSTDCTRLS_API QVLoadingBarBase : public SOUI::SWindow {
   const SOUI::SStringW& Link() const { return shown_ == QVLoadingBar_Fail ? fail_link_ : remind_link_; }
   // The gate moved the screen.
   void Show(int state);
-  // Ticks while the line moves or fades and the bar can be seen.
-  bool WantsFrames() const;
-  void UpdateTicker();
   void ApplyStyle(const QVLoadingBarStylePtr& rec);
   // The message and link widths in the window's font.
   SOUI::CSize TextExtent(const SOUI::SStringW& text) const;

@@ -28,11 +28,7 @@ int Dp(int v, int scale) { return v * scale / 100; }
 
 QVPageLoadingCtrl::QVPageLoadingCtrl()
     : gate_(this, QVPageLoading_Loading, QVPageLoading_None, [this](int state) { Show(state); }),
-      ticker_([this] {
-        if (!WantsFrames()) return false;
-        Invalidate();
-        return true;
-      }) {
+      ticker_([this] { return shown_ == QVPageLoading_Loading; }) {
   GetEventSet()->addEvent(EventQVPageLoadingRefresh::EventID, EventQVPageLoadingRefresh::EventName());
   refresh_ = new CQVButton();
   refresh_->SetAttribute(L"text", L"Refresh", FALSE);
@@ -56,9 +52,9 @@ HRESULT QVPageLoadingCtrl::SetAttribute(const SStringW& name, const SStringW& va
   static const QVAttrEntry<QVPageLoadingCtrl> kAttrs[] = {
       {L"state", &QVPageLoadingCtrl::OnAttrState},
       {L"qvstyle", &QVPageLoadingCtrl::OnAttrQVStyle},
-      {L"loadingtext", &QVPageLoadingCtrl::OnAttrLoadingText},
-      {L"emptytext", &QVPageLoadingCtrl::OnAttrEmptyText},
-      {L"failtext", &QVPageLoadingCtrl::OnAttrFailText},
+      {L"loadingtext", &QVPageLoadingCtrl::OnAttrText<&QVPageLoadingCtrl::loading_text_>},
+      {L"emptytext", &QVPageLoadingCtrl::OnAttrText<&QVPageLoadingCtrl::empty_text_>},
+      {L"failtext", &QVPageLoadingCtrl::OnAttrText<&QVPageLoadingCtrl::fail_text_>},
       {L"refreshtext", &QVPageLoadingCtrl::OnAttrRefreshText},
       {L"emptyskin", &QVPageLoadingCtrl::OnAttrEmptySkin},
       {L"failskin", &QVPageLoadingCtrl::OnAttrFailSkin},
@@ -86,24 +82,6 @@ HRESULT QVPageLoadingCtrl::OnAttrQVStyle(const SStringW& value, BOOL) {
     return S_OK;
   }
   ApplyStyle(rec);
-  return S_OK;
-}
-
-HRESULT QVPageLoadingCtrl::OnAttrLoadingText(const SStringW& value, BOOL) {
-  loading_text_ = value;
-  RequestRelayout();
-  return S_OK;
-}
-
-HRESULT QVPageLoadingCtrl::OnAttrEmptyText(const SStringW& value, BOOL) {
-  empty_text_ = value;
-  RequestRelayout();
-  return S_OK;
-}
-
-HRESULT QVPageLoadingCtrl::OnAttrFailText(const SStringW& value, BOOL) {
-  fail_text_ = value;
-  RequestRelayout();
   return S_OK;
 }
 
@@ -163,30 +141,21 @@ void QVPageLoadingCtrl::Show(int state) {
   refresh_->SetVisible(shown_ == QVPageLoading_Fail ? TRUE : FALSE);
   RequestRelayout();
   Invalidate();
-  UpdateTicker();
+  ticker_.Update(this);
 }
 
 void QVPageLoadingCtrl::OnTimer(int id) {
   if (!gate_.OnTimer(id)) SWindow::OnTimer(id);
 }
 
-bool QVPageLoadingCtrl::WantsFrames() const {
-  return shown_ == QVPageLoading_Loading && QVFrameTicker::IsShowing(this);
-}
-
-void QVPageLoadingCtrl::UpdateTicker() {
-  if (WantsFrames()) ticker_.Start(this);
-  else ticker_.Stop();
-}
-
 void QVPageLoadingCtrl::OnShowWindow(BOOL show, UINT status) {
   SWindow::OnShowWindow(show, status);
-  UpdateTicker();
+  ticker_.Update(this);
 }
 
 int QVPageLoadingCtrl::OnCreate() {
   const int result = SWindow::OnCreate();
-  UpdateTicker();
+  ticker_.Update(this);
   return result;
 }
 
@@ -255,7 +224,7 @@ void QVPageLoadingCtrl::OnEraseBkgnd(SOUI::IRenderTarget* rt) {
 void QVPageLoadingCtrl::OnPaint(SOUI::IRenderTarget* rt) {
   if (shown_ == QVPageLoading_None) return;
   // Shown again after a hidden stretch: the frames resume here.
-  if (!ticker_.IsRunning() && WantsFrames()) ticker_.Start(this);
+  ticker_.Update(this);
   const Block b = LayoutBlock();
   if (shown_ == QVPageLoading_Loading) {
     DrawSpinner(rt, b.graphic);

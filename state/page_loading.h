@@ -92,9 +92,14 @@ class QVSTDCTRLS_API QVPageLoadingCtrl : public SOUI::SWindow {
  protected:
   HRESULT OnAttrState(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrQVStyle(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrLoadingText(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrEmptyText(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrFailText(const SOUI::SStringW& value, BOOL loading);
+  // A text under the picture: stored; the block is placed again.
+  template <SOUI::SStringW QVPageLoadingCtrl::*Text>
+  HRESULT OnAttrText(const SOUI::SStringW& value, BOOL loading) {
+    (void)loading;
+    this->*Text = value;
+    RequestRelayout();
+    return S_OK;
+  }
   HRESULT OnAttrRefreshText(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrEmptySkin(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrFailSkin(const SOUI::SStringW& value, BOOL loading);
@@ -109,8 +114,6 @@ class QVSTDCTRLS_API QVPageLoadingCtrl : public SOUI::SWindow {
   Block LayoutBlock() const;
   const SOUI::SStringW& Text() const;
   void Show(int state);
-  bool WantsFrames() const;
-  void UpdateTicker();
   void ApplyStyle(const QVPageLoadingCtrlStylePtr& rec);
   void DrawSpinner(SOUI::IRenderTarget* rt, const SOUI::CRect& rc) const;
   // The built-in pictures: an empty list card; with the mark, a failed one.

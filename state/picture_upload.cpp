@@ -35,8 +35,10 @@ QVPictureUploadCtrl::QVPictureUploadCtrl() {
 
 HRESULT QVPictureUploadCtrl::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
   static const QVAttrEntry<QVPictureUploadCtrl> kAttrs[] = {
-      {L"qvstyle", &QVPictureUploadCtrl::OnAttrQVStyle},     {L"hinttext", &QVPictureUploadCtrl::OnAttrHintText},
-      {L"failtext", &QVPictureUploadCtrl::OnAttrFailText},   {L"retrytext", &QVPictureUploadCtrl::OnAttrRetryText},
+      {L"qvstyle", &QVPictureUploadCtrl::OnAttrQVStyle},
+      {L"hinttext", &QVPictureUploadCtrl::OnAttrText<&QVPictureUploadCtrl::hint_text_>},
+      {L"failtext", &QVPictureUploadCtrl::OnAttrText<&QVPictureUploadCtrl::fail_text_>},
+      {L"retrytext", &QVPictureUploadCtrl::OnAttrText<&QVPictureUploadCtrl::retry_text_>},
       {L"picture", &QVPictureUploadCtrl::OnAttrPicture},
   };
   static const QVAdmittedAttrs kAdmitted = {L"margin"};
@@ -50,24 +52,6 @@ HRESULT QVPictureUploadCtrl::OnAttrQVStyle(const SStringW& value, BOOL) {
     return S_OK;
   }
   ApplyStyle(rec);
-  return S_OK;
-}
-
-HRESULT QVPictureUploadCtrl::OnAttrHintText(const SStringW& value, BOOL) {
-  hint_text_ = value;
-  Invalidate();
-  return S_OK;
-}
-
-HRESULT QVPictureUploadCtrl::OnAttrFailText(const SStringW& value, BOOL) {
-  fail_text_ = value;
-  Invalidate();
-  return S_OK;
-}
-
-HRESULT QVPictureUploadCtrl::OnAttrRetryText(const SStringW& value, BOOL) {
-  retry_text_ = value;
-  Invalidate();
   return S_OK;
 }
 

@@ -109,9 +109,14 @@ class QVSTDCTRLS_API QVPictureUploadCtrl : public SOUI::SWindow {
   SOUI::CSize MeasureContent(int width) override;
 
   HRESULT OnAttrQVStyle(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrHintText(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrFailText(const SOUI::SStringW& value, BOOL loading);
-  HRESULT OnAttrRetryText(const SOUI::SStringW& value, BOOL loading);
+  // A text of the slot: stored and repainted.
+  template <SOUI::SStringW QVPictureUploadCtrl::*Text>
+  HRESULT OnAttrText(const SOUI::SStringW& value, BOOL loading) {
+    (void)loading;
+    this->*Text = value;
+    Invalidate();
+    return S_OK;
+  }
   HRESULT OnAttrPicture(const SOUI::SStringW& value, BOOL loading);
 
  private:

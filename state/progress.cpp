@@ -37,11 +37,7 @@ int Dp(int v, int scale) { return v * scale / 100; }
 }  // namespace
 
 CQVProgress::CQVProgress()
-    : ticker_([this] {
-        if (!WantsFrames()) return false;
-        Invalidate();
-        return true;
-      }) {
+    : ticker_([this] { return indeterminate_; }) {
   msg_transparent_ = true;
   track_.Set(L"@color\\style_qv_state\\track");
   fill_.Set(ProgressStyles().at(style_code_).fill);
@@ -126,7 +122,7 @@ void CQVProgress::SetIndeterminate(bool on) {
   indeterminate_ = on;
   sweep_start_ = SOUI::GetTickCount();
   Invalidate();
-  UpdateTicker();
+  ticker_.Update(this);
 }
 
 int CQVProgress::GetPercent() const {
@@ -134,21 +130,14 @@ int CQVProgress::GetPercent() const {
   return static_cast<int>(100LL * (static_cast<long long>(value_) - min_) / (static_cast<long long>(max_) - min_));
 }
 
-bool CQVProgress::WantsFrames() const { return indeterminate_ && QVFrameTicker::IsShowing(this); }
-
-void CQVProgress::UpdateTicker() {
-  if (WantsFrames()) ticker_.Start(this);
-  else ticker_.Stop();
-}
-
 void CQVProgress::OnShowWindow(BOOL show, UINT status) {
   SWindow::OnShowWindow(show, status);
-  UpdateTicker();
+  ticker_.Update(this);
 }
 
 int CQVProgress::OnCreate() {
   const int result = SWindow::OnCreate();
-  UpdateTicker();
+  ticker_.Update(this);
   return result;
 }
 
@@ -189,7 +178,7 @@ CRect CQVProgress::GetFilledRect() const {
 
 void CQVProgress::OnPaint(SOUI::IRenderTarget* rt) {
   // Shown again after a hidden stretch: the sweep resumes here.
-  if (!ticker_.IsRunning() && WantsFrames()) ticker_.Start(this);
+  ticker_.Update(this);
   const CRect track = GetTrackRect();
   const SOUI::CPoint radius(track.Height() / 2, track.Height() / 2);
   auto fill = [&](const CRect& rc, COLORREF c) {

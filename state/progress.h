@@ -65,8 +65,6 @@ class QVSTDCTRLS_API CQVProgress : public SOUI::SWindow {
   HRESULT OnAttrQVStyle(const SOUI::SStringW& value, BOOL loading);
 
  private:
-  bool WantsFrames() const;
-  void UpdateTicker();
   int TextWidth() const;
 
   int min_ = 0, max_ = 100, value_ = 0;

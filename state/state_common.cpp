@@ -8,8 +8,13 @@
 
 namespace QVStandardCtrls {
 
-void QVFrameTicker::Start(SOUI::SWindow* wnd) {
-  if (mgr_ || !wnd || !wnd->GetContainer()) return;
+void QVFrameTicker::Update(SOUI::SWindow* wnd) {
+  if (!wnd || !Wanted(wnd)) {
+    Stop();
+    return;
+  }
+  if (mgr_ && mgr_ == wnd->GetContainer()) return;
+  Stop();
   wnd_ = wnd;
   mgr_ = wnd->GetContainer();
   mgr_->RegisterTimelineHandler(this);
@@ -22,7 +27,11 @@ void QVFrameTicker::Stop() {
 }
 
 void QVFrameTicker::OnNextFrame() {
-  if (!wnd_ || wnd_->GetContainer() != mgr_ || !on_frame_ || !on_frame_()) Stop();
+  if (!wnd_ || wnd_->GetContainer() != mgr_ || !Wanted(wnd_)) {
+    Stop();
+    return;
+  }
+  wnd_->Invalidate();
 }
 
 bool QVFrameTicker::IsShowing(const SOUI::SWindow* wnd) {

@@ -12,22 +12,25 @@
 
 namespace QVStandardCtrls {
 
-// A frame callback that hangs on the host's timeline only while a control
-// animates and shows, so an idle or hidden control costs no frame.
+// Repaints a control every frame from the host's timeline, registered only
+// while the control animates and can be seen, so an idle or hidden control
+// costs no frame. The control calls Update after anything that may change
+// either (its state, OnShowWindow, OnCreate, OnPaint: a paint is the first
+// sign that a hidden ancestor showed again) and Stop in OnDestroy.
 class QVFrameTicker : public SOUI::ITimelineHandler {
  public:
-  // on_frame runs once per frame and returns false to stop ticking.
-  explicit QVFrameTicker(std::function<bool()> on_frame) : on_frame_(std::move(on_frame)) {}
+  // animating: whether the control has something moving, visibility aside.
+  explicit QVFrameTicker(std::function<bool()> animating) : animating_(std::move(animating)) {}
   ~QVFrameTicker() override { Stop(); }
   QVFrameTicker(const QVFrameTicker&) = delete;
   QVFrameTicker& operator=(const QVFrameTicker&) = delete;
 
-  // Registers on wnd's host; nothing without a host or when running.
-  void Start(SOUI::SWindow* wnd);
+  // Registers on wnd's host when wnd animates and shows; stops otherwise.
+  void Update(SOUI::SWindow* wnd);
   void Stop();
   bool IsRunning() const { return mgr_ != nullptr; }
-  // Stops when the window left the host it registered on, before asking
-  // on_frame: that host may be going.
+  // Stops when the window left the host it registered on (that host may be
+  // going), stopped animating or cannot be seen; otherwise repaints it.
   void OnNextFrame() override;
 
   // Whether wnd can be seen: it and its ancestors visible, in a host that
@@ -35,7 +38,9 @@ class QVFrameTicker : public SOUI::ITimelineHandler {
   static bool IsShowing(const SOUI::SWindow* wnd);
 
  private:
-  std::function<bool()> on_frame_;
+  bool Wanted(const SOUI::SWindow* wnd) const { return animating_ && animating_() && IsShowing(wnd); }
+
+  std::function<bool()> animating_;
   SOUI::SWindow* wnd_ = nullptr;
   SOUI::ITimelineHandlersMgr* mgr_ = nullptr;
 };
