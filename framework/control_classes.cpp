@@ -10,6 +10,11 @@
 #include "framework/style_tables.h"
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
+#include "state/combobox.h"
+#include "state/loading_bar.h"
+#include "state/page_loading.h"
+#include "state/picture_upload.h"
+#include "state/progress.h"
 #include "tabs/item_base.h"
 #include "tabs/tab_page_host.h"
 #include "tabs/tab_variants.h"
@@ -56,6 +61,13 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVCommTabItem>();
   // Popups.
   factory.RegisterWindowClass<CQVToolTip>();
+  // State controls.
+  factory.RegisterWindowClass<QVTopLoadingBar>();
+  factory.RegisterWindowClass<QVBottomLoadingBar>();
+  factory.RegisterWindowClass<QVPageLoadingCtrl>();
+  factory.RegisterWindowClass<CQVProgress>();
+  factory.RegisterWindowClass<CQVComboBox>();
+  factory.RegisterWindowClass<QVPictureUploadCtrl>();
   // Rich text's qv_text runs name their look by a text style code.
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {
