@@ -81,7 +81,10 @@ HRESULT CQVRedGreenStatic::SetAttribute(const SStringW& name, const SStringW& va
 HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   const auto& fonts = QVRedGreenFonts();
   auto it = fonts.find(value);
-  if (it == fonts.end()) return S_OK;
+  if (it == fonts.end()) {
+    QVLogBadValue(this, L"qvstyle", value);
+    return S_OK;
+  }
   EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"font", it->second); });
   if (!loading) RequestRelayout();
   return S_OK;

@@ -145,7 +145,10 @@ HRESULT CQVEdit::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
 
 HRESULT CQVEdit::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   const QVEditStyle* style = FindQVEditStyle(value);
-  if (!style) return S_OK;
+  if (!style) {
+    QVLogBadValue(this, L"qvstyle", value);
+    return S_OK;
+  }
   SetAttribute(L"skin", style->skin, loading);
   SetAttribute(L"height", style->height, loading);
   SetAttribute(L"font", style->font, loading);

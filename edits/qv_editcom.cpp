@@ -50,7 +50,10 @@ const QVEditStyle* CQVEditMultiCom::FindStyle(const SStringW& code) const {
 
 HRESULT CQVEditCom::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   const QVEditStyle* style = FindStyle(value);
-  if (!style) return S_OK;
+  if (!style) {
+    QVLogBadValue(this, L"qvstyle", value);
+    return S_OK;
+  }
   SetAttribute(L"skin", style->skin, loading);
   if (!style->height.IsEmpty()) SetAttribute(L"height", style->height, loading);
   SetAttribute(L"padding", style->padding, loading);

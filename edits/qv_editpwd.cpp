@@ -43,7 +43,10 @@ HRESULT CQVEditPwd::SetAttribute(const SStringW& name, const SStringW& value, BO
 
 HRESULT CQVEditPwd::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   auto it = QVPwdCellStyles().find(value);
-  if (it == QVPwdCellStyles().end()) return S_OK;
+  if (it == QVPwdCellStyles().end()) {
+    QVLogBadValue(this, L"qvstyle", value);
+    return S_OK;
+  }
   cell_w_ = SLayoutSize::Parse(it->second.cell_size1);
   cell_h_ = SLayoutSize::Parse(it->second.cell_size2);
   SetAttribute(L"font", it->second.font, loading);

@@ -1,5 +1,8 @@
 #include "framework/attr_dispatch.h"
 
+#include "qvhost/qvlog.h"
+#include "soui/sapp.h"
+
 namespace QVStandardCtrls {
 
 using namespace SOUI;
@@ -14,6 +17,15 @@ bool IsQVStructuralAttr(const SStringW& name) {
 
 bool QVParseBool(const SStringW& value) {
   return !(value == L"0" || value.CompareNoCase(L"false") == 0);
+}
+
+void QVLogBadValue(const SOUI::SWindow* wnd, const wchar_t* attr, const SOUI::SStringW& value) {
+  const SOUI::SStringW cls = wnd ? SOUI::SStringW(wnd->GetObjectClass()) : SOUI::SStringW(L"?");
+  const SOUI::SStringW name = wnd ? wnd->GetName() : SOUI::SStringW();
+  SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
+  if (app && !app->FirstTimeAt((cls + L"|" + name + L"|" + attr + L"|" + value).str())) return;
+  QVLOG(QV_LOG_WARN, "COMMON") << cls << L" '" << name << L"': " << attr << L"=\"" << value
+                               << L"\" not known; nothing changed";
 }
 
 }  // namespace QVStandardCtrls

@@ -47,6 +47,11 @@ struct QVAttrEntry {
 // enable, float, msgTransparent, focusable, class, data, trctx (any case).
 QVSTDCTRLS_API bool IsQVStructuralAttr(const SOUI::SStringW& name);
 
+// A style code, state word or other value the control does not know: one
+// warning per place (control class, name, attribute) naming the value; the
+// caller changes nothing.
+QVSTDCTRLS_API void QVLogBadValue(const SOUI::SWindow* wnd, const wchar_t* attr, const SOUI::SStringW& value);
+
 // "0" and "false" in any case are false; everything else is true.
 QVSTDCTRLS_API bool QVParseBool(const SOUI::SStringW& value);
 

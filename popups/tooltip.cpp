@@ -177,7 +177,10 @@ CSize CQVToolTip::GetDesiredSize(int width, int height) {
 HRESULT CQVToolTip::OnAttrQVStyle(const SStringW& value, BOOL loading) {
   (void)loading;
   auto it = ToolTipKinds().find(value);
-  if (it == ToolTipKinds().end()) return S_OK;
+  if (it == ToolTipKinds().end()) {
+    QVLogBadValue(this, L"qvstyle", value);
+    return S_OK;
+  }
   text_color_ = it->second.text_color;
   bkgnd_color_ = it->second.bkgnd_color;
   if (Built()) {

@@ -126,9 +126,5 @@ COLORREF QVFadeColor(COLORREF c, int alpha) {
   return (c & 0x00FFFFFFu) | (a << 24);
 }
 
-void QVLogBadValue(const SOUI::SWindow* wnd, const wchar_t* attr, const SOUI::SStringW& value) {
-  QVLOG(QV_LOG_WARN, "COMMON") << (wnd ? wnd->GetObjectClass() : L"?") << L" '" << (wnd ? wnd->GetName() : SOUI::SStringW())
-                               << L"': " << attr << L"=\"" << value << L"\" not known; nothing changed";
-}
 
 }  // namespace QVStandardCtrls

@@ -115,7 +115,4 @@ int QVParseBoundedInt(const SOUI::SStringW& value, int def, int lo, int hi);
 // c with its alpha scaled by alpha / 255.
 COLORREF QVFadeColor(COLORREF c, int alpha);
 
-// One warning line naming the control, the attribute and the value.
-void QVLogBadValue(const SOUI::SWindow* wnd, const wchar_t* attr, const SOUI::SStringW& value);
-
 }  // namespace QVStandardCtrls

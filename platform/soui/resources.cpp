@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "soui/layout.h"
+#include "soui/sapp.h"
 #include "soui/slog.h"
 
 namespace SOUI {
@@ -276,6 +277,10 @@ SStringW SResProvider::ResolveString(const SStringW& text) const {
     if (table == strings_.end()) continue;
     auto it = table->second.find(key);
     if (it != table->second.end()) return it->second;
+  }
+  SApplication* app = SApplication::getSingletonPtr();
+  if (app && app->FirstTimeAt(L"string|" + key.str())) {
+    SLOG(kLogWarn, "SOUI") << L"string '" << key << L"' is not in the theme's string table; shown empty";
   }
   return SStringW();
 }

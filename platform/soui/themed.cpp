@@ -1,6 +1,7 @@
 #include "soui/themed.h"
 
 #include "soui/sapp.h"
+#include "soui/slog.h"
 
 namespace SOUI {
 namespace {
@@ -116,6 +117,12 @@ ISkinObjPtr ThemedSkin::GetPtr(int scale) const {
     skin_ = res ? res->GetSkin(src_, scale) : nullptr;
     scale_ = scale;
     gen_ = gen;
+    // Kept, as another theme may have it; said once, as this one has not.
+    // The toolkit's own "_skin.sys." defaults fall back to drawing by hand.
+    SApplication* app = SApplication::getSingletonPtr();
+    if (!skin_ && res && src_.Find(L"_skin.sys.") != 0 && app->FirstTimeAt(L"skin|" + src_.str())) {
+      SLOG(kLogWarn, "SOUI") << L"skin '" << src_ << L"' is not in the theme; nothing drawn";
+    }
   }
   return skin_;
 }

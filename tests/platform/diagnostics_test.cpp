@@ -26,6 +26,22 @@ TEST_F(DiagnosticsTest, UnknownAndRejectedAttributesAreLoggedOncePerPlace) {
   EXPECT_EQ(count, 1);
 }
 
+TEST_F(DiagnosticsTest, MissingSkinStringLayoutAndTagEachSayWhichOnce) {
+  CreateHostWithChildren(
+      L"<window name='a' pos='0,0,@10,@10' skin='no_such_skin' text='@string/no_such_string'/>"
+      L"<window name='b' pos='0,20,@10,@10' skin='no_such_skin'/>"
+      L"<include src='LAYOUT:no_such_layout'/>"
+      L"<no_such_tag/>");
+  host()->Render();
+  EXPECT_TRUE(LogContains(L"skin 'no_such_skin' is not in the theme"));
+  EXPECT_TRUE(LogContains(L"string 'no_such_string' is not in the theme's string table"));
+  EXPECT_TRUE(LogContains(L"no layout resource LAYOUT:no_such_layout"));
+  EXPECT_TRUE(LogContains(L"unknown window class no_such_tag"));
+  int skins = 0;
+  for (const auto& line : QVLogSinkOf(*app_).Lines()) skins += line.Format().Find(L"no_such_skin") >= 0;
+  EXPECT_EQ(skins, 1);
+}
+
 TEST_F(DiagnosticsTest, MalformedXmlSaysWhyAndWhere) {
   SHostWnd host;
   EXPECT_FALSE(host.InitFromXmlText(L"<SOUI><root><window></root></SOUI>"));
