@@ -52,8 +52,9 @@ CQVRedGreenStatic::CQVRedGreenStatic()
   // A label that is only ever given "current" must still show the user's
   // convention, so it is read once here as well as on every "compare".
   UpdateRiseFallColor();
-  // Both values start at 0: a fresh label is stable.
-  ResetColorText();
+  // Both values start at 0, so a fresh label is stable; that colour is set
+  // with the first value, or on creation for a label given none (setting it
+  // here would cost every label a style of its own before its attributes).
   // Without an application there is no dispatch; such a label simply keeps
   // the convention it was built with.
   if (IMessageDispatch* dispatch = GetMsgDispatch()) {
@@ -62,6 +63,11 @@ CQVRedGreenStatic::CQVRedGreenStatic()
                      OnRiseFallColorChange(msg, param, std::move(body));
                    });
   }
+}
+
+int CQVRedGreenStatic::OnCreate() {
+  ResetColorText();
+  return SStatic::OnCreate();
 }
 
 CQVRedGreenStatic::~CQVRedGreenStatic() {

@@ -36,6 +36,7 @@ class QVSTDCTRLS_API CQVRedGreenStatic : public SOUI::SStatic {
   ~CQVRedGreenStatic() override;
 
   HRESULT SetAttribute(const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) override;
+  int OnCreate() override;
 
   // Re-reads setting 50501 into the three references (no recolouring).
   void UpdateRiseFallColor();

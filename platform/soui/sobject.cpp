@@ -29,7 +29,7 @@ size_t FindStored(const std::string& blob, Fn fn) {
 }
 
 // Attribute names are ASCII and compared without case.
-bool NameMatches(const std::string& blob, size_t begin, size_t end, const std::string& name) {
+bool NameMatches(const std::string& blob, size_t begin, size_t end, std::string_view name) {
   return end - begin == name.size() && strncasecmp(blob.data() + begin, name.data(), name.size()) == 0;
 }
 
@@ -37,29 +37,72 @@ bool NameMatches(const std::string& blob, size_t begin, size_t end, const std::s
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
   const std::string key = name.ToUtf8();
+  // The last entry of a name wins: a document may give one twice, and its
+  // attributes are stored without looking for an earlier entry.
   SStringW found;
   FindStored(attr_values_, [&](size_t n, size_t ne, size_t ve) {
-    if (!NameMatches(attr_values_, n, ne, key)) return false;
-    found = SStringW::FromUtf8(attr_values_.substr(ne + 1, ve - ne - 1));
-    return true;
+    if (NameMatches(attr_values_, n, ne, key)) found = SStringW::FromUtf8(attr_values_.substr(ne + 1, ve - ne - 1));
+    return false;
   });
   return found;
 }
 
+namespace {
+
+// The attribute SetXmlAttribute is applying: its AfterAttribute leaves the
+// storing to SetXmlAttribute. Matched by identity, so a handler that sets
+// other attributes on the way stores those as usual.
+struct PendingXmlAttribute {
+  const SStringW* name = nullptr;
+  bool handled = false;
+};
+thread_local PendingXmlAttribute* t_pending = nullptr;
+
+}  // namespace
+
 HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOOL loading,
                                 HRESULT hr) {
   (void)loading;
-  if (SUCCEEDED(hr)) StoreAttribute(name, value);
+  if (SUCCEEDED(hr)) {
+    if (t_pending && t_pending->name == &name) t_pending->handled = true;
+    else StoreAttribute(name, value);
+  }
+  return hr;
+}
+
+HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source) {
+  PendingXmlAttribute pending{&name};
+  PendingXmlAttribute* outer = t_pending;
+  t_pending = &pending;
+  const HRESULT hr = SetAttribute(name, value, TRUE);
+  t_pending = outer;
+  if (pending.handled) {
+    // A value cut to its limit is stored as applied.
+    if (static_cast<size_t>(value.GetLength()) < std::strlen(source.value())) {
+      StoreAttribute(name, value);
+    } else {
+      // Appended without a search: a later entry of the same name wins.
+      const std::string_view key(source.name()), text(source.value());
+      attr_values_.append(key.substr(0, key.find('\0'))).push_back('\0');
+      attr_values_.append(text.substr(0, text.find('\0'))).push_back('\0');
+    }
+  }
   return hr;
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
-  const std::string key = name.ToUtf8();
-  // Values are stored up to an embedded NUL, which attribute text never holds.
-  const std::string text = value.ToUtf8();
-  const std::string stored = text.substr(0, text.find('\0'));
-  const size_t at = FindStored(attr_values_, [&](size_t n, size_t ne, size_t) {
-    return NameMatches(attr_values_, n, ne, key);
+  StoreAttribute(std::string_view(name.ToUtf8()), std::string_view(value.ToUtf8()));
+}
+
+void SObject::StoreAttribute(std::string_view key, std::string_view text) {
+  // Names and values are stored up to an embedded NUL, which attribute text never holds.
+  key = key.substr(0, key.find('\0'));
+  const std::string_view stored = text.substr(0, text.find('\0'));
+  // The entry GetAttribute answers from: the last of that name.
+  size_t at = std::string::npos;
+  FindStored(attr_values_, [&](size_t n, size_t ne, size_t) {
+    if (NameMatches(attr_values_, n, ne, key)) at = n;
+    return false;
   });
   if (at != std::string::npos) {
     const size_t name_end = attr_values_.find('\0', at);
@@ -67,7 +110,7 @@ void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
     attr_values_.replace(name_end + 1, value_end - name_end - 1, stored);
     return;
   }
-  attr_values_.append(key.substr(0, key.find('\0'))).push_back('\0');
+  attr_values_.append(key).push_back('\0');
   attr_values_.append(stored).push_back('\0');
 }
 

@@ -4,6 +4,8 @@
 
 #include <pugixml.hpp>
 
+#include <string_view>
+
 #include <cwchar>
 #include <functional>
 #include <map>
@@ -44,7 +46,7 @@ class SObject {
 
   // Sets one attribute. Names match without regard to case. Returns S_OK when
   // handled and the object should refresh, S_FALSE when handled with nothing
-  // to refresh, E_FAIL for an unknown name or a rejected value.
+  // to refresh, E_NOTIMPL for an unknown name, E_FAIL for a rejected value.
   virtual HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading);
   // The last value set for a name (empty when never set).
   virtual SStringW GetAttribute(const SStringW& name) const;
@@ -59,6 +61,11 @@ class SObject {
  protected:
   // Remembers the value so that GetAttribute can answer it.
   void StoreAttribute(const SStringW& name, const SStringW& value);
+  void StoreAttribute(std::string_view name, std::string_view value);
+
+  // Applies one attribute read from a document and stores the document's
+  // own UTF-8 text for it, instead of converting the wide value back.
+  HRESULT SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source);
 
  private:
   // "name\0value\0name\0value\0..." in UTF-8: one allocation per object,

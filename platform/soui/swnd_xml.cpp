@@ -99,7 +99,7 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
                              << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
     const SStringW name = XmlName(a);
-    const HRESULT hr = SetAttribute(name, value, TRUE);
+    const HRESULT hr = SetXmlAttribute(name, value, a);
     if (FAILED(hr)) ReportRejectedAttribute(node, name, value, hr);
   }
   // Non-blank inner text overrides the text attribute.

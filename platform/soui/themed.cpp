@@ -1,5 +1,8 @@
 #include "soui/themed.h"
 
+#include <string>
+#include <unordered_map>
+
 #include "soui/sapp.h"
 #include "soui/slog.h"
 
@@ -63,8 +66,16 @@ COLORREF ThemedColor::Get() const {
 }
 
 bool ThemedFont::Set(const SStringW& desc) {
-  FontDesc probe;
-  if (!ParseFontDesc(desc, 100, FontDesc(), &probe)) return false;
+  // Whether a description parses does not depend on the theme; a layout
+  // repeats a few of them many times, so the answer is remembered.
+  static thread_local std::unordered_map<std::wstring, bool> parses;
+  auto known = parses.find(desc.str());
+  if (known == parses.end()) {
+    if (parses.size() >= 1024) parses.clear();
+    FontDesc probe;
+    known = parses.emplace(desc.str(), ParseFontDesc(desc, 100, FontDesc(), &probe)).first;
+  }
+  if (!known->second) return false;
   src_ = desc;
   set_ = true;
   font_.reset();

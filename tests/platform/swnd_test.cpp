@@ -56,6 +56,19 @@ TEST_F(SWindowTest, AttributesArriveInDocumentOrderWhileLoadingThenChildrenThenC
   EXPECT_EQ(r->GetAttribute(L"pos"), L"1,2,@3,@4");
 }
 
+TEST(SWindowAttributesTest, AnAttributeGivenTwiceInALayoutKeepsTheLastValueWhichLaterSetsReplace) {
+  SApplication app;
+  SHostWnd host;
+  ASSERT_TRUE(host.InitFromXmlText(L"<SOUI><root><window name='w' alpha='10' data='one' alpha='20'/></root></SOUI>"));
+  SWindow* w = host.GetRoot()->FindChildByName(L"w");
+  ASSERT_NE(w, nullptr);
+  EXPECT_EQ(w->GetAlpha(), 20);
+  EXPECT_EQ(w->GetAttribute(L"alpha"), L"20");
+  EXPECT_EQ(w->SetAttribute(L"alpha", L"30", FALSE), S_OK);
+  EXPECT_EQ(w->GetAttribute(L"alpha"), L"30");
+  EXPECT_EQ(w->GetAttribute(L"data"), L"one");
+}
+
 // Windows whose styles come out the same share one; changing one window's
 // style never reaches another, and a rejected value changes nothing.
 TEST_F(SWindowTest, EqualStylesAreSharedAndChangesStayWithTheirWindow) {
