@@ -35,7 +35,8 @@ void QVFrameTicker::OnNextFrame() {
 }
 
 bool QVFrameTicker::IsShowing(const SOUI::SWindow* wnd) {
-  if (!wnd || !wnd->GetContainer() || !wnd->IsVisible(TRUE)) return false;
+  // Scrolled out of view counts as hidden: nothing ticks for it.
+  if (!wnd || !wnd->GetContainer() || !wnd->IsVisible(TRUE) || wnd->GetVisibleRect().IsRectEmpty()) return false;
   const SOUI::SHostWnd* host = SOUI::HostFromHwnd(wnd->GetContainer()->GetHostHwnd());
   return host && host->IsWindowVisible();
 }

@@ -33,8 +33,8 @@ class QVFrameTicker : public SOUI::ITimelineHandler {
   // going), stopped animating or cannot be seen; otherwise repaints it.
   void OnNextFrame() override;
 
-  // Whether wnd can be seen: it and its ancestors visible, in a host that
-  // is shown.
+  // Whether wnd can be seen: it and its ancestors visible, in view of every
+  // scroll view around it, in a host that is shown.
   static bool IsShowing(const SOUI::SWindow* wnd);
 
  private:

@@ -31,6 +31,10 @@ void InstallToastPage(SOUI::SHostWnd& host);
 struct WindowOptions {
   std::string screenshot;  // captured from the real window before closing
   int exit_after_ms = 0;   // 0: run until the window is closed
+  // With idle_check_ms, the gallery settles for a second, then counts how
+  // often its loop wakes over that many milliseconds of real time and fails
+  // if anything but the end of the count woke it.
+  int idle_check_ms = 0;
 };
 
 // Opens the real-window backend; false when there is no display. Must run

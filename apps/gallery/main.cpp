@@ -5,6 +5,7 @@
 //
 //   qvgallery [--png FILE] [--zoom 100|125|150|200] [--dark] [--green-rise]
 //             [--screenshot FILE] [--exit-after MS]   (window mode, for CI)
+//             [--idle-check MS]   (window mode: fails if anything wakes the idle loop)
 //   --green-rise renders as a user whose rising values are green.
 #include <cstdio>
 #include <cstdlib>
@@ -42,6 +43,7 @@ Options ParseArgs(int argc, char** argv) {
     else if (!std::strcmp(argv[i], "--green-rise")) o.green_rise = true;
     else if (!std::strcmp(argv[i], "--screenshot") && i + 1 < argc) o.window.screenshot = argv[++i];
     else if (!std::strcmp(argv[i], "--exit-after") && i + 1 < argc) o.window.exit_after_ms = std::atoi(argv[++i]);
+    else if (!std::strcmp(argv[i], "--idle-check") && i + 1 < argc) o.window.idle_check_ms = std::atoi(argv[++i]);
     else std::fprintf(stderr, "qvgallery: ignoring unknown argument %s\n", argv[i]);
   }
   if (o.zoom != 100 && o.zoom != 125 && o.zoom != 150 && o.zoom != 200) o.zoom = 100;

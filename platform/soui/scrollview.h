@@ -97,6 +97,7 @@ class SScrollView : public SWindow {
   void ScrollToRect(const CRect& rc);
   // The visible part of the content: the client rect less the bars.
   CRect GetViewRect() const;
+  CRect GetChildrenClipRect() const override { return GetViewRect(); }
   // One line step in pixels (16dp).
   int GetLineStep() const;
 

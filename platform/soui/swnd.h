@@ -268,6 +268,13 @@ class SWindow : public SObject {
   virtual CRect GetClientRect() const;
   // The client rectangle less the padding: where children are laid out.
   virtual CRect GetChildrenLayoutRect() const;
+  // What of a child can show through this window: the client rectangle with
+  // clipClient, the view of a scroll view, else no limit.
+  virtual CRect GetChildrenClipRect() const;
+  // The part of this window that can be seen: its rectangle cut by every
+  // ancestor's GetChildrenClipRect (a window scrolled out of view has none).
+  // Visibility flags are not considered; see IsVisible.
+  CRect GetVisibleRect() const;
   SouiLayoutParam* GetLayoutParam() { return &layout_param_; }
   const SouiLayoutParam* GetLayoutParam() const { return &layout_param_; }
   BOOL IsFloat() const { return float_; }

@@ -127,6 +127,21 @@ CSize SWindow::MeasureTextExtent(const SStringW& text, int max_width, UINT forma
   return CSize(rc.Width(), rc.Height());
 }
 
+CRect SWindow::GetChildrenClipRect() const {
+  if (clip_client_) return GetClientRect();
+  constexpr int kFar = 1 << 29;
+  return CRect(-kFar, -kFar, kFar, kFar);
+}
+
+CRect SWindow::GetVisibleRect() const {
+  CRect rc = rect_;
+  for (const SWindow* p = parent_; p && !rc.IsRectEmpty(); p = p->parent_) rc = rc & p->GetChildrenClipRect();
+  // The root is the host's client area: nothing shows beyond it.
+  const SWindow* root = this;
+  while (root->parent_) root = root->parent_;
+  return root == this ? rc : rc & root->rect_;
+}
+
 void SWindow::InvalidateMeasure() {
   // Up to the root: a window's desired size depends on its descendants'.
   // A window still creating its children is measured only after it

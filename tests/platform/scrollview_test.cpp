@@ -156,6 +156,11 @@ TEST_F(ScrollViewTest, OnlyChildrenInViewArePainted) {
   sv->SetViewOrigin(CPoint(0, 100000));
   EXPECT_EQ(OriginY(sv), 800);
   EXPECT_EQ(Painted(), "89");
+  // What can be seen of a child follows the view; out of view is nothing.
+  EXPECT_TRUE(Find(L"b0")->GetVisibleRect().IsRectEmpty());
+  EXPECT_EQ(Find(L"b9")->GetVisibleRect(), Find(L"b9")->GetWindowRect());
+  sv->SetViewOrigin(CPoint(0, 450));
+  EXPECT_EQ(Find(L"b4")->GetVisibleRect(), CRect(10, 0, 90, 40));  // its lower 40 px show
 }
 
 TEST_F(ScrollViewTest, KeysScrollUnlessTheFocusUsesThem) {

@@ -96,6 +96,13 @@ TEST_F(ProgressTest, IndeterminateSweepsOnlyWhileSeen) {
   host()->ShowWindow(SOUI::SW_SHOW);
   host()->Render();
   EXPECT_TRUE(p->IsAnimating());
+  // Scrolled out of view: the next frame lets go as well.
+  p->Move(0, -100, 200, 20);
+  Advance(50);
+  EXPECT_FALSE(p->IsAnimating());
+  p->Move(0, 0, 200, 20);
+  host()->Render();
+  EXPECT_TRUE(p->IsAnimating());
   // Back to a value: nothing ticks.
   p->SetAttribute(L"indeterminate", L"0", FALSE);
   EXPECT_FALSE(p->IsAnimating());
