@@ -4,6 +4,8 @@
 #include "display/market_values.h"
 #include "display/reddots.h"
 #include "display/tags.h"
+#include "display/legend.h"
+#include "display/text_ctrls.h"
 #include "edits/qv_edit.h"
 #include "edits/qv_editcom.h"
 #include "edits/qv_editpwd.h"
@@ -22,6 +24,13 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVButton>();
   factory.RegisterWindowClass<QVIconButton>();
   factory.RegisterWindowClass<QVSwitchButton>();
+  // Text, links, checks and legends.
+  factory.RegisterWindowClass<CQVStatic>();
+  factory.RegisterWindowClass<CQVLink>();
+  factory.RegisterWindowClass<CQVMultiLink>();
+  factory.RegisterWindowClass<CQVCheck>();
+  factory.RegisterWindowClass<CQVRadio>();
+  factory.RegisterWindowClass<CQVLegend>();
   // Market values.
   factory.RegisterWindowClass<CQVRedGreenStatic>();
   factory.RegisterWindowClass<CQVRiseFallPrice>();

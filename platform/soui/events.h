@@ -179,6 +179,27 @@ class EventRENotify : public EventArgs {
 // A subscriber: returns true when it handled the event.
 using EventHandler = std::function<bool(EventArgs*)>;
 
+// A subscriber object that registries copy (the toolkit's slot functor):
+// Clone makes the copy a registry keeps, so the caller's may go away.
+class ISlotFunctor {
+ public:
+  virtual ~ISlotFunctor() = default;
+  virtual bool operator()(EventArgs* evt) = 0;
+  virtual ISlotFunctor* Clone() const = 0;
+};
+
+// Any callable as a slot functor.
+class FunctionSlot : public ISlotFunctor {
+ public:
+  explicit FunctionSlot(EventHandler fn) : fn_(std::move(fn)) {}
+  bool operator()(EventArgs* evt) override { return fn_ ? fn_(evt) : false; }
+  ISlotFunctor* Clone() const override { return new FunctionSlot(fn_); }
+
+ private:
+  EventHandler fn_;
+};
+inline FunctionSlot Subscriber(EventHandler fn) { return FunctionSlot(std::move(fn)); }
+
 // The subscribers of one window, keyed by event id.
 class EventSet {
  public:
