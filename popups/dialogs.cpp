@@ -254,6 +254,8 @@ void CQVDefaultDialog::UpdateUserArea(SWindow* user_area) {
     SubscribeOnce(link, EVT_QV_LINK_CLICK, &CQVDefaultDialog::OnLinkEvent);
   }
   if (auto* text = user_area->FindChildByName2<CQVMultiLink>(L"content_text")) {
+    // Link runs flow on within the sentence instead of each taking a line.
+    text->SetAttribute(L"inlineParagraphs", L"1", FALSE);
     text->Clear();
     const std::vector<SStringW> paras = GetContentTextNode();
     std::vector<SStringW> escaped;
