@@ -81,6 +81,64 @@ std::vector<SStringW> SplitContentText(const SStringW& text, bool escape) {
 
 }  // namespace
 
+// ---- shared by both dialogs ----------------------------------------------------------
+
+void QVLayoutDialogButtons(SHostWnd* host, const std::vector<SStringW>& labels,
+                           const std::function<void(SWindow*, int)>& bind) {
+  if (!host) return;
+  const int n = std::min<int>(static_cast<int>(labels.size()), 3);
+  for (int i = 0; i < 3; ++i) {
+    SWindow* btn = host->FindChildByID(kButtonIdFirst + i);
+    if (!btn) continue;
+    btn->SetVisible(i < n ? TRUE : FALSE);
+    if (i < n) btn->SetWindowText(labels[static_cast<size_t>(i)]);
+    btn->SetAttribute(L"qvstyle", i == n - 1 ? L"MB2_P" : L"MB2_D", FALSE);
+    // Measured with the content width, so a new language can widen it again.
+    btn->SetAttribute(L"width", L"-1", FALSE);
+    const int wanted = btn->GetDesiredSize(-1, -1).cx;
+    btn->SetAttribute(L"width", Decimal(std::max(wanted, ZPixel(kMinButtonWidth))), FALSE);
+    if (bind) bind(btn, i + 1);
+  }
+}
+
+void QVCentreOverOwner(SHostWnd* host) {
+  if (!host || !SApplication::getSingletonPtr()) return;
+  CRect area;
+  if (!::SOUI::GetWindowRect(host->GetOwner(), &area)) area = SApplication::getSingleton().GetWorkArea(host);
+  const CRect rc = host->GetWindowRect();
+  host->SetWindowPos(nullptr, area.left + (area.Width() - rc.Width()) / 2,
+                     area.top + (area.Height() - rc.Height()) / 2, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+struct QVConfirmGate::State {
+  bool busy = false;
+  SWindow* button = nullptr;
+  std::function<void()> on_close;
+};
+
+QVConfirmGate::QVConfirmGate() : state_(std::make_shared<State>()) {}
+QVConfirmGate::~QVConfirmGate() = default;
+
+bool QVConfirmGate::IsBusy() const { return state_->busy; }
+
+void QVConfirmGate::Reset() { state_ = std::make_shared<State>(); }
+
+void QVConfirmGate::Begin(SWindow* button, const Handler& handler, std::function<void()> on_close) {
+  if (state_->busy || !handler) return;
+  state_->busy = true;
+  state_->button = button;
+  state_->on_close = std::move(on_close);
+  if (button) button->EnableWindow(FALSE, TRUE);
+  std::weak_ptr<State> weak = state_;
+  handler([weak](bool close) {
+    std::shared_ptr<State> st = weak.lock();
+    if (!st || !st->busy) return;
+    st->busy = false;
+    if (st->button) st->button->EnableWindow(TRUE, TRUE);
+    if (close && st->on_close) st->on_close();
+  });
+}
+
 // ---- QVDefaultDialogAttr -------------------------------------------------------------
 
 QVDefaultDialogAttr::QVDefaultDialogAttr() = default;
@@ -127,10 +185,9 @@ bool QVDialogButtonLabels(int style, std::vector<SStringW>* labels) {
 
 // ---- CQVDefaultDialog ----------------------------------------------------------------
 
-CQVDefaultDialog::CQVDefaultDialog(const QVDefaultDialogAttr& attr)
-    : attr_(attr), confirm_token_(std::make_shared<ConfirmToken>(ConfirmToken{this})) {}
+CQVDefaultDialog::CQVDefaultDialog(const QVDefaultDialogAttr& attr) : attr_(attr) {}
 
-CQVDefaultDialog::~CQVDefaultDialog() { confirm_token_.reset(); }
+CQVDefaultDialog::~CQVDefaultDialog() = default;
 
 int CQVDefaultDialog::MessageBoxW(const QVDefaultDialogAttr& attr, HWND owner) {
   CQVDefaultDialog dlg(attr);
@@ -169,12 +226,7 @@ void CQVDefaultDialog::OnInitDialog() {
   UpdateBottomArea();
   UpdateTipsIcon();
   UpdateUserArea(FindChildByName(L"user_area"));
-  // Centred over the owner, or on the screen without one.
-  CRect area;
-  if (!::SOUI::GetWindowRect(GetOwner(), &area)) area = SApplication::getSingleton().GetWorkArea(this);
-  const CRect rc = GetWindowRect();
-  SetWindowPos(nullptr, area.left + (area.Width() - rc.Width()) / 2, area.top + (area.Height() - rc.Height()) / 2,
-               0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  QVCentreOverOwner(this);
 }
 
 void CQVDefaultDialog::UpdateCaption() {
@@ -209,18 +261,7 @@ void CQVDefaultDialog::UpdateBottomArea() {
 }
 
 void CQVDefaultDialog::UpdateBottomRButton() {
-  const int n = std::min<int>(static_cast<int>(attr_.button_texts.size()), 3);
-  for (int i = 0; i < 3; ++i) {
-    SWindow* btn = FindChildByID(kButtonIdFirst + i);
-    if (!btn) continue;
-    btn->SetVisible(i < n ? TRUE : FALSE);
-    if (i < n) btn->SetWindowText(attr_.button_texts[static_cast<size_t>(i)]);
-    btn->SetAttribute(L"qvstyle", i == n - 1 ? L"MB2_P" : L"MB2_D", FALSE);
-    btn->SetAttribute(L"width", L"-1", FALSE);
-    const int wanted = btn->GetDesiredSize(-1, -1).cx;
-    btn->SetAttribute(L"width", Decimal(std::max(wanted, ZPixel(kMinButtonWidth))), FALSE);
-    BindExit(btn, i + 1);
-  }
+  QVLayoutDialogButtons(this, attr_.button_texts, [this](SWindow* btn, int result) { BindExit(btn, result); });
 }
 
 void CQVDefaultDialog::UpdateBottomLCtrl() {
@@ -342,7 +383,9 @@ bool CQVDefaultDialog::OnExitEvent(EventArgs* evt) {
   const int code = ResultOf(sender);
   if (code == 0) return false;
   if (code == PrimaryResult() && attr_.on_confirm) {
-    BeginConfirm();
+    const int primary = PrimaryResult();
+    confirm_.Begin(FindChildByID(kButtonIdFirst + primary - 1), attr_.on_confirm,
+                   [this, primary] { EndDialog(primary); });
     return true;
   }
   EndDialog(code);
@@ -395,23 +438,6 @@ void CQVDefaultDialog::OnActivate(bool active) {
     GetRoot()->SetAttribute(L"skin", active ? L"skin_qvstd_dialog_bg_selected" : L"skin_qvstd_dialog_bg_normal",
                             FALSE);
   }
-}
-
-void CQVDefaultDialog::BeginConfirm() {
-  if (confirm_busy_) return;
-  confirm_busy_ = true;
-  if (SWindow* primary = FindChildByID(kButtonIdFirst + PrimaryResult() - 1)) primary->EnableWindow(FALSE, TRUE);
-  std::weak_ptr<ConfirmToken> weak = confirm_token_;
-  attr_.on_confirm([weak](bool close) {
-    if (std::shared_ptr<ConfirmToken> token = weak.lock()) token->dlg->FinishConfirm(close);
-  });
-}
-
-void CQVDefaultDialog::FinishConfirm(bool close) {
-  if (!confirm_busy_) return;
-  confirm_busy_ = false;
-  if (SWindow* primary = FindChildByID(kButtonIdFirst + PrimaryResult() - 1)) primary->EnableWindow(TRUE, TRUE);
-  if (close) EndDialog(PrimaryResult());
 }
 
 }  // namespace QVStandardCtrls

@@ -96,6 +96,40 @@ QVSTDCTRLS_API bool QVDialogButtonLabels(int style, std::vector<SOUI::SStringW>*
 // Result codes of the message box.
 enum : int { kQVDialogResultTitleClose = 8 };
 
+// The bottom-right buttons of both dialogs (ids 100010001-100010003 from the
+// right): label i on button i, shown for i < n = min(labels, 3), the last
+// shown one "MB2_P" and the others "MB2_D", at least ZPixel(74) wide; bind is
+// called for every button found with its result i + 1. Missing buttons are
+// skipped.
+QVSTDCTRLS_API void QVLayoutDialogButtons(SOUI::SHostWnd* host, const std::vector<SOUI::SStringW>& labels,
+                                          const std::function<void(SOUI::SWindow*, int)>& bind);
+
+// Centres host over its owner's window, or in the work area without one.
+QVSTDCTRLS_API void QVCentreOverOwner(SOUI::SHostWnd* host);
+
+// A confirm button that goes busy: Begin disables the button and hands the
+// host a finish callback; finish(false) makes the button usable again,
+// finish(true) also runs on_close. Further Begins while busy are swallowed.
+// The finish callback does nothing once the gate is gone.
+class QVSTDCTRLS_API QVConfirmGate {
+ public:
+  using Handler = std::function<void(std::function<void(bool close)> finish)>;
+  QVConfirmGate();
+  ~QVConfirmGate();
+  QVConfirmGate(const QVConfirmGate&) = delete;
+  QVConfirmGate& operator=(const QVConfirmGate&) = delete;
+
+  void Begin(SOUI::SWindow* button, const Handler& handler, std::function<void()> on_close);
+  bool IsBusy() const;
+  // Forgets a pending confirmation (the buttons are going away); its finish
+  // callback then does nothing.
+  void Reset();
+
+ private:
+  struct State;
+  std::shared_ptr<State> state_;
+};
+
 class QVSTDCTRLS_API CQVDefaultDialog : public SOUI::SHostDialog {
  public:
   explicit CQVDefaultDialog(const QVDefaultDialogAttr& attr);
@@ -119,7 +153,7 @@ class QVSTDCTRLS_API CQVDefaultDialog : public SOUI::SHostDialog {
   const QVDefaultDialogAttr& GetAttr() const { return attr_; }
   // The result a bound control closes with; 0 for other windows.
   int ResultOf(const SOUI::SWindow* wnd) const;
-  bool IsConfirmBusy() const { return confirm_busy_; }
+  bool IsConfirmBusy() const { return confirm_.IsBusy(); }
 
   void OnKeyEvent(UINT msg, UINT code, UINT flags = 0) override;
 
@@ -145,6 +179,7 @@ class QVSTDCTRLS_API CQVDefaultDialog : public SOUI::SHostDialog {
   std::vector<SOUI::SStringW> GetContentTextNode() const;
 
   void OnInitDialog() override;
+  void OnHostDestroy() override { confirm_.Reset(); }
   // The root's skin follows activation (normal / selected).
   void OnActivate(bool active) override;
 
@@ -164,14 +199,7 @@ class QVSTDCTRLS_API CQVDefaultDialog : public SOUI::SHostDialog {
 
  private:
   std::set<std::pair<const SOUI::SWindow*, int>> subscribed_;
-  struct ConfirmToken {
-    CQVDefaultDialog* dlg;
-  };
-  void BeginConfirm();
-  void FinishConfirm(bool close);
-
-  bool confirm_busy_ = false;
-  std::shared_ptr<ConfirmToken> confirm_token_;
+  QVConfirmGate confirm_;
 };
 
 }  // namespace QVStandardCtrls

@@ -33,6 +33,7 @@ enum : int {
   EVT_LBUTTONDOWN = 8107,
   EVT_LBUTTONUP = 8108,
   EVT_UPDATE_TOOLTIP = 8109,
+  EVT_CAPTION_DBLCLK = 8110,
   EVT_KEYDOWN = 8200,
   EVT_MOUSE_HOVER = 9000,
   EVT_MOUSE_LEAVE = 9001,
@@ -112,6 +113,13 @@ class EventSwndStateChanged : public EventArgs {
 
 class EventSwndVisibleChanged : public EventArgs {
   SOUI_EVENT_ID(EVT_VISIBLECHANGED, L"on_visible_changed")
+ public:
+  using EventArgs::EventArgs;
+};
+
+// A double click on a host's caption (maximise or restore, by the host's rule).
+class EventCaptionDblClk : public EventArgs {
+  SOUI_EVENT_ID(EVT_CAPTION_DBLCLK, L"on_caption_dblclick")
  public:
   using EventArgs::EventArgs;
 };
