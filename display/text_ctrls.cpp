@@ -30,6 +30,8 @@ HRESULT ApplyCheckStyle(SWindow* ctrl, const SStringW& code, BOOL loading) {
   if (!style) return S_OK;
   ctrl->SetAttribute(L"font", style->font, loading);
   ctrl->SetAttribute(L"colorText", style->color, loading);
+  // A disabled choice reads as unavailable, not as another caption.
+  ctrl->SetAttribute(L"colorTextDisable", L"@color\\style_skin_qv_text\\text_disable", loading);
   return S_OK;
 }
 
