@@ -10,6 +10,7 @@
 #include "edits/qv_editcom.h"
 #include "edits/qv_editpwd.h"
 #include "framework/style_tables.h"
+#include "popups/custom_dialog.h"
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
 #include "tabs/item_base.h"
@@ -65,6 +66,9 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVCommTabItem>();
   // Popups.
   factory.RegisterWindowClass<CQVToolTip>();
+  QVDialogClasses::Register(CQVCustomDialog::GetClassName(), [](const wchar_t* layout) {
+    return std::unique_ptr<SOUI::SHostDialog>(new CQVCustomDialog(layout));
+  });
   // Rich text's qv_text runs name their look by a text style code.
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {

@@ -323,4 +323,23 @@ void CQVCustomDialog::OnClickBtnRestore() {
 
 void CQVCustomDialog::OnClose() { OnClickBtnClose(); }
 
+// ---- QVDialogClasses -----------------------------------------------------------------
+
+std::map<std::wstring, QVDialogClasses::Creator>& QVDialogClasses::Table() {
+  static std::map<std::wstring, Creator> table;
+  return table;
+}
+
+void QVDialogClasses::Register(const wchar_t* tag, Creator creator) {
+  if (tag && creator) Table()[tag] = creator;
+}
+
+bool QVDialogClasses::IsRegistered(const wchar_t* tag) { return tag && Table().count(tag) != 0; }
+
+std::unique_ptr<SHostDialog> QVDialogClasses::Create(const wchar_t* tag, const wchar_t* layout) {
+  if (!tag) return nullptr;
+  auto it = Table().find(tag);
+  return it == Table().end() ? nullptr : it->second(layout);
+}
+
 }  // namespace QVStandardCtrls

@@ -42,8 +42,10 @@
 
 #include <pugixml.hpp>
 
+#include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "framework/ctrl_attr_base.h"
@@ -136,6 +138,21 @@ class QVSTDCTRLS_API CQVCustomDialog : public SOUI::SHostDialog {
   bool applying_layout_ = false;
   // Lets a deferred destroy find out that the dialog went meanwhile.
   std::shared_ptr<CQVCustomDialog*> alive_;
+};
+
+// Host dialogs by tag, as the window factory keeps controls by tag (the
+// window factory makes windows inside a host, never hosts).
+// RegisterQVStandardCtrls adds "CQVCustomDialog"; a host may add its own.
+class QVSTDCTRLS_API QVDialogClasses {
+ public:
+  using Creator = std::unique_ptr<SOUI::SHostDialog> (*)(const wchar_t* layout);
+  static void Register(const wchar_t* tag, Creator creator);
+  // Null for an unknown tag (matched exactly).
+  static std::unique_ptr<SOUI::SHostDialog> Create(const wchar_t* tag, const wchar_t* layout);
+  static bool IsRegistered(const wchar_t* tag);
+
+ private:
+  static std::map<std::wstring, Creator>& Table();
 };
 
 }  // namespace QVStandardCtrls

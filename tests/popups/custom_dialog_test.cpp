@@ -47,6 +47,12 @@ TEST_F(CustomDialogTest, ClassNamesAreTheTagAndTheHostDialog) {
   CQVCustomDialog dlg(L"transfer");
   EXPECT_TRUE(dlg.IsClass(L"CQVCustomDialog"));
   EXPECT_FALSE(dlg.IsClass(L"qv_button"));
+  // Registered by its tag with the library's classes.
+  std::unique_ptr<SOUI::SHostDialog> made = QVDialogClasses::Create(L"CQVCustomDialog", L"transfer");
+  ASSERT_NE(made, nullptr);
+  EXPECT_NE(dynamic_cast<CQVCustomDialog*>(made.get()), nullptr);
+  EXPECT_EQ(QVDialogClasses::Create(L"cqvcustomdialog", L"transfer"), nullptr);
+  EXPECT_EQ(QVDialogClasses::Create(nullptr, nullptr), nullptr);
 }
 
 struct BoolRow {
