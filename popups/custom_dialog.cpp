@@ -58,8 +58,7 @@ HWND CQVCustomDialog::CreateDialogWnd(HWND owner) {
   if (m_hWnd) return m_hWnd;
   if (!SApplication::getSingletonPtr()) return nullptr;
   pugi::xml_document doc;
-  const std::string utf8 = SStringW(kQVCustomDialogXml).ToUtf8();
-  if (!LoadQVDialogTemplate(doc, utf8.data(), utf8.size())) return nullptr;
+  if (!LoadQVDialogTemplate(doc, kQVCustomDialogXml)) return nullptr;
   LoadUserLayout(doc);
   if (!InitFromXml(doc)) return nullptr;
   return Create(owner);
@@ -274,12 +273,7 @@ void CQVCustomDialog::OnKeyEvent(UINT msg, UINT code, UINT flags) {
   SHostWnd::OnKeyEvent(msg, code, flags);
 }
 
-void CQVCustomDialog::OnActivate(bool active) {
-  if (GetRoot()) {
-    GetRoot()->SetAttribute(L"skin", active ? L"skin_qvstd_dialog_bg_selected" : L"skin_qvstd_dialog_bg_normal",
-                            FALSE);
-  }
-}
+void CQVCustomDialog::OnActivate(bool active) { QVShowDialogActivation(this, active); }
 
 void CQVCustomDialog::EndWith(int code) {
   if (modal_) EndDialog(code);

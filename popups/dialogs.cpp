@@ -110,6 +110,12 @@ void QVCentreOverOwner(SHostWnd* host) {
                      area.top + (area.Height() - rc.Height()) / 2, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void QVShowDialogActivation(SHostWnd* host, bool active) {
+  if (!host || !host->GetRoot()) return;
+  host->GetRoot()->SetAttribute(L"skin", active ? L"skin_qvstd_dialog_bg_selected" : L"skin_qvstd_dialog_bg_normal",
+                                FALSE);
+}
+
 struct QVConfirmGate::State {
   bool busy = false;
   SWindow* button = nullptr;
@@ -198,8 +204,7 @@ HWND CQVDefaultDialog::CreateDialogWnd(HWND owner) {
   if (m_hWnd) return m_hWnd;
   if (!SApplication::getSingletonPtr()) return nullptr;
   pugi::xml_document doc;
-  const std::string utf8 = SStringW(kQVDefaultDialogXml).ToUtf8();
-  if (!LoadQVDialogTemplate(doc, utf8.data(), utf8.size())) return nullptr;
+  if (!LoadQVDialogTemplate(doc, kQVDefaultDialogXml)) return nullptr;
   SetAttrBeforeCreate(doc);
   if (!InitFromXml(doc)) return nullptr;
   return Create(owner);
@@ -433,11 +438,6 @@ void CQVDefaultDialog::OnKeyEvent(UINT msg, UINT code, UINT flags) {
   SHostWnd::OnKeyEvent(msg, code, flags);
 }
 
-void CQVDefaultDialog::OnActivate(bool active) {
-  if (GetRoot()) {
-    GetRoot()->SetAttribute(L"skin", active ? L"skin_qvstd_dialog_bg_selected" : L"skin_qvstd_dialog_bg_normal",
-                            FALSE);
-  }
-}
+void CQVDefaultDialog::OnActivate(bool active) { QVShowDialogActivation(this, active); }
 
 }  // namespace QVStandardCtrls

@@ -107,6 +107,10 @@ QVSTDCTRLS_API void QVLayoutDialogButtons(SOUI::SHostWnd* host, const std::vecto
 // Centres host over its owner's window, or in the work area without one.
 QVSTDCTRLS_API void QVCentreOverOwner(SOUI::SHostWnd* host);
 
+// The dialogs' frame follows activation: "skin_qvstd_dialog_bg_selected"
+// while active, "skin_qvstd_dialog_bg_normal" otherwise.
+QVSTDCTRLS_API void QVShowDialogActivation(SOUI::SHostWnd* host, bool active);
+
 // A confirm button that goes busy: Begin disables the button and hands the
 // host a finish callback; finish(false) makes the button usable again,
 // finish(true) also runs on_close. Further Begins while busy are swallowed.

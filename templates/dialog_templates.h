@@ -7,6 +7,10 @@
 
 #include <pugixml.hpp>
 
+#include <string>
+
+#include "soui/sstring.h"
+
 namespace QVStandardCtrls {
 
 // CQVCustomDialog: caption with logo, title, two extra buttons, minimise,
@@ -100,8 +104,9 @@ inline constexpr const wchar_t kQVDefaultDialogXml[] =
 // Parses a dialog template (or any layout) into doc. A document whose only
 // fault is a mismatched end tag is accepted as the toolkit's reader accepts
 // it; any other parse error returns false.
-inline bool LoadQVDialogTemplate(pugi::xml_document& doc, const char* utf8, size_t len) {
-  const pugi::xml_parse_result r = doc.load_buffer(utf8, len);
+inline bool LoadQVDialogTemplate(pugi::xml_document& doc, const wchar_t* xml) {
+  const std::string utf8 = SOUI::SStringW(xml).ToUtf8();
+  const pugi::xml_parse_result r = doc.load_buffer(utf8.data(), utf8.size());
   return (r || r.status == pugi::status_end_element_mismatch) && doc.first_child();
 }
 
