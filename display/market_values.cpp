@@ -89,19 +89,31 @@ HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
 
 HRESULT CQVRedGreenStatic::OnAttrCompare(const SStringW& value, BOOL loading) {
   (void)loading;
-  StrToInt64ExW(value, STIF_SUPPORT_HEX, &compare_);
+  int64_t compare = compare_;
+  StrToInt64ExW(value, STIF_SUPPORT_HEX, &compare);
   UpdateRiseFallColor();
-  ResetColorText();
-  Invalidate();
-  return S_OK;
+  SetCompare(compare);
+  return S_FALSE;  // repainted above only if it changed
 }
 
 HRESULT CQVRedGreenStatic::OnAttrCurrent(const SStringW& value, BOOL loading) {
   (void)loading;
-  StrToInt64ExW(value, STIF_SUPPORT_HEX, &current_);
-  ResetColorText();
-  Invalidate();
-  return S_OK;
+  int64_t current = current_;
+  StrToInt64ExW(value, STIF_SUPPORT_HEX, &current);
+  SetCurrent(current);
+  return S_FALSE;
+}
+
+void CQVRedGreenStatic::SetCompare(int64_t compare) {
+  const bool moved = compare != compare_;
+  compare_ = compare;
+  if (ResetColorText() || moved) Invalidate();
+}
+
+void CQVRedGreenStatic::SetCurrent(int64_t current) {
+  const bool moved = current != current_;
+  current_ = current;
+  if (ResetColorText() || moved) Invalidate();
 }
 
 void CQVRedGreenStatic::UpdateRiseFallColor() {
@@ -111,10 +123,11 @@ void CQVRedGreenStatic::UpdateRiseFallColor() {
   stable_ref_ = kQVColorStable;
 }
 
-void CQVRedGreenStatic::ResetColorText() {
+bool CQVRedGreenStatic::ResetColorText() {
   const SStringW& ref = current_ > compare_ ? rise_ref_ : current_ < compare_ ? fall_ref_ : stable_ref_;
-  if (GetStyle().colorText[0].Source() == ref) return;  // most updates keep the direction
+  if (GetStyle().colorText[0].Source() == ref) return false;  // most updates keep the direction
   EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"colorText", ref); });
+  return true;
 }
 
 void CQVRedGreenStatic::OnRiseFallColorChange(unsigned message, unsigned parameter, msg_body_ptr body) {

@@ -39,9 +39,15 @@ class QVSTDCTRLS_API CQVRedGreenStatic : public SOUI::SStatic {
 
   // Re-reads setting 50501 into the three references (no recolouring).
   void UpdateRiseFallColor();
-  // Sets "colorText" from the comparison.
-  void ResetColorText();
+  // Sets "colorText" from the comparison; true when the colour changed.
+  bool ResetColorText();
 
+  // The two numbers a quote feed sets (the text is set apart, with
+  // SetWindowText). A value that does not change repaints nothing; one that
+  // does repaints the label (recoloured when the direction flips) without a
+  // layout pass.
+  void SetCompare(int64_t compare);
+  void SetCurrent(int64_t current);
   int64_t GetCompare() const { return compare_; }
   int64_t GetCurrent() const { return current_; }
   const SOUI::SStringW& GetRiseColorRef() const { return rise_ref_; }
@@ -133,7 +139,7 @@ class QVSTDCTRLS_API CQVRiseFallPrice : public SOUI::SWindow {
 
 // Arrow and body sizes (dp) of a rise/fall price style code; false for an
 // unknown code.
-struct QVRiseFallArrowSize {
+struct QVSTDCTRLS_API QVRiseFallArrowSize {
   int body_x, body_y, arrow_x, arrow_y;
 };
 QVSTDCTRLS_API bool FindQVRiseFallArrowSize(const SOUI::SStringW& code, QVRiseFallArrowSize* out);

@@ -13,20 +13,20 @@
 
 namespace QVStandardCtrls {
 
-struct QVTagStyleInfo {
+struct QVSTDCTRLS_API QVTagStyleInfo {
   SOUI::SStringW skin;
   SOUI::SStringW text_color;
 };
 using QVTagStylePtr = std::shared_ptr<const QVTagStyleInfo>;
 
-struct QVTagSize {
+struct QVSTDCTRLS_API QVTagSize {
   int height_dp;
   SOUI::SStringW font;
 };
 
 // One process-wide table, built on first use on the UI thread and never
 // changed afterwards.
-struct QVTagTable {
+struct QVSTDCTRLS_API QVTagTable {
   std::map<SOUI::SStringW, SOUI::SStringW> kind_digits;      // "Bordered" -> "1"
   std::map<SOUI::SStringW, SOUI::SStringW> market_prefixes;  // "HK" -> "THK"
   std::map<SOUI::SStringW, QVTagSize> sizes;                 // "medium" -> 14, "size:11dp"

@@ -24,6 +24,7 @@
 #include <cstddef>
 #include <set>
 
+#include "framework/qv_export.h"
 #include "soui/sstring.h"
 #include "soui/swnd.h"
 
@@ -44,10 +45,10 @@ struct QVAttrEntry {
 
 // name, id, text, tip, pos, offset, size, width, visible, show, display,
 // enable, float, msgTransparent, focusable, class, data, trctx (any case).
-bool IsQVStructuralAttr(const SOUI::SStringW& name);
+QVSTDCTRLS_API bool IsQVStructuralAttr(const SOUI::SStringW& name);
 
 // "0" and "false" in any case are false; everything else is true.
-bool QVParseBool(const SOUI::SStringW& value);
+QVSTDCTRLS_API bool QVParseBool(const SOUI::SStringW& value);
 
 // admitted == nullptr passes every unhandled name to Base: for a class whose
 // base is itself a library control that filters.

@@ -4,10 +4,10 @@
 
 #include <pugixml.hpp>
 
+#include "framework/qv_export.h"
 #include "soui/sstring.h"
 #include "soui/wtypes.h"
 
-#define QVSTDCTRLS_API __attribute__((visibility("default")))
 
 namespace QVStandardCtrls {
 

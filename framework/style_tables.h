@@ -14,12 +14,12 @@
 
 namespace QVStandardCtrls {
 
-struct QVTextStyle {
+struct QVSTDCTRLS_API QVTextStyle {
   SOUI::SStringW font;
   SOUI::SStringW color;
 };
 
-struct QVLinkStyle {
+struct QVSTDCTRLS_API QVLinkStyle {
   SOUI::SStringW font;
   SOUI::SStringW underline_font;
 };
@@ -39,7 +39,7 @@ enum QVButtonColorSlot {
   kQVColorSlotCount
 };
 
-struct QVButtonStyleInfo {
+struct QVSTDCTRLS_API QVButtonStyleInfo {
   SOUI::SStringW skin;  // empty for text buttons
   SOUI::SStringW color_disabled;
   SOUI::SStringW color_pressed;
@@ -57,20 +57,20 @@ struct QVButtonStyleInfo {
   std::vector<std::pair<SOUI::SStringW, SOUI::SStringW>> Attributes() const;
 };
 
-struct QVIconButtonStyleInfo {
+struct QVSTDCTRLS_API QVIconButtonStyleInfo {
   SOUI::SStringW skin;
 };
 
 // Single-line, composite and multi-line edit records; composite records
 // carry no font.
-struct QVEditStyle {
+struct QVSTDCTRLS_API QVEditStyle {
   SOUI::SStringW skin;
   SOUI::SStringW height;
   SOUI::SStringW font;
   SOUI::SStringW padding;  // left, top, right, bottom
 };
 
-struct QVPwdCellStyle {
+struct QVSTDCTRLS_API QVPwdCellStyle {
   SOUI::SStringW cell_size1;
   SOUI::SStringW cell_size2;
   SOUI::SStringW font;

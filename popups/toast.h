@@ -53,7 +53,7 @@ enum EnQVToastIconType {
   QVToastIcon_Error = 4,
 };
 
-struct QVToastOptions {
+struct QVSTDCTRLS_API QVToastOptions {
   bool pause_on_hover = false;
   bool coalesce = false;
 };

@@ -24,7 +24,7 @@ enum QVItemState { kQVItemNormal = 0, kQVItemHover = 1, kQVItemSelected = 2, kQV
 // One leg of a glide. An empty `from` starts where the previous leg ended
 // (or where the item stands); a zero duration takes an equal share of the
 // duration given to MoveTo.
-struct MoveNode {
+struct QVSTDCTRLS_API MoveNode {
   SOUI::CRect from;
   SOUI::CRect to;
   UINT duration = 0;

@@ -33,7 +33,7 @@ namespace QVStandardCtrls {
 constexpr UINT kQVItemMsgTailClick = WM_USER + 0x311;  // the tail button was clicked
 
 // What tells one variant's items from another's.
-struct QVItemLook {
+struct QVSTDCTRLS_API QVItemLook {
   const wchar_t* children;   // <children> template
   const wchar_t* colors[4];  // title "colorText" by QVItemState
   const wchar_t* font;       // title font

@@ -173,8 +173,9 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
   RequestRelayout();
   // The tabs before the new one stay where they are.
   UpdateTabRect(item, nullptr, item, true);
-  // A new tab fades in where it lands while its neighbours make room.
-  if (item->IsCreateAnimator() && animation_ && GetContainer()) item->ShowWithAnimator(kFadeMs);
+  // A new tab fades in where it lands while its neighbours make room; the
+  // tabs of a strip still being built from its layout are simply there.
+  if (item->IsCreateAnimator() && animation_ && GetContainer() && IsCreated()) item->ShowWithAnimator(kFadeMs);
   return item->GetItemId();
 }
 

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "framework/theme_location.h"
+
 using namespace SOUI;
 
 namespace gallery {
@@ -61,13 +63,14 @@ std::string EscapeAttr(const std::string& s) {
 }  // namespace
 
 bool LoadTheme(SApplication& app, bool dark) {
+  // The library knows where its theme is, as it does for any host.
   SResProvider& res = app.GetResProvider();
-  const std::string light = kSourceDir + "/theme/default/uires.xml";
-  if (!res.LoadUiDefFile(SStringW::FromUtf8(light))) {
-    std::fprintf(stderr, "qvgallery: cannot load the theme %s\n", light.c_str());
+  const SStringW light = QVStandardCtrls::GetDefaultThemeFile();
+  if (light.IsEmpty() || !res.LoadUiDefFile(light)) {
+    std::fprintf(stderr, "qvgallery: cannot load the theme %s\n", light.ToUtf8().c_str());
     return false;
   }
-  if (dark) res.LoadUiDefFile(SStringW::FromUtf8(kSourceDir + "/theme/default/dark/uires.xml"));
+  if (dark) res.LoadUiDefFile(QVStandardCtrls::GetDefaultThemeFile(true));
   return true;
 }
 

@@ -73,9 +73,9 @@ int SystemCursorFromName(const SStringW& name) {
 }  // namespace
 
 bool SdlBackend::Init() {
-  // The software renderer draws straight into the X11 framebuffer: no GPU,
-  // identical pixels under Xvfb and on a desktop.
-  SDL_SetHint(SDL_HINT_RENDER_DRIVER, "software");
+  // Frames go straight into the window's X11 framebuffer (no renderer, no
+  // GPU): identical pixels under Xvfb and on a desktop, and only the changed
+  // rectangles are sent to the server.
   SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   // A click on an inactive window is a click, as on Windows.
@@ -93,15 +93,13 @@ bool SdlBackend::Init() {
 void SdlBackend::Shutdown() { SDL_Quit(); }
 
 SdlBackend::~SdlBackend() {
-  // After SDL_Quit the windows (and their renderers) are already gone.
+  // After SDL_Quit the windows are already gone.
   const bool sdl_up = SDL_WasInit(SDL_INIT_VIDEO) != 0;
   for (auto& c : cursors_) {
     if (sdl_up) SDL_FreeCursor(c.second);
   }
   for (auto& w : windows_) {
     if (!sdl_up) continue;
-    if (w.second.texture) SDL_DestroyTexture(w.second.texture);
-    if (w.second.renderer) SDL_DestroyRenderer(w.second.renderer);
     if (w.second.window) SDL_DestroyWindow(w.second.window);
   }
 }
@@ -143,15 +141,8 @@ void SdlBackend::OnCreate(SHostWnd* host) {
     std::fprintf(stderr, "SdlBackend: SDL_CreateWindow failed: %s\n", SDL_GetError());
     return;
   }
-  SDL_Renderer* renderer = SDL_CreateRenderer(win, -1, SDL_RENDERER_SOFTWARE);
-  if (!renderer) {
-    std::fprintf(stderr, "SdlBackend: SDL_CreateRenderer failed: %s\n", SDL_GetError());
-    SDL_DestroyWindow(win);
-    return;
-  }
   Native n;
   n.window = win;
-  n.renderer = renderer;
   windows_[host] = n;
   by_id_[SDL_GetWindowID(win)] = host;
 }
@@ -160,8 +151,6 @@ void SdlBackend::OnDestroy(SHostWnd* host) {
   Native* n = Find(host);
   if (!n) return;
   by_id_.erase(SDL_GetWindowID(n->window));
-  if (n->texture) SDL_DestroyTexture(n->texture);
-  SDL_DestroyRenderer(n->renderer);
   SDL_DestroyWindow(n->window);
   windows_.erase(host);
 }
@@ -185,7 +174,7 @@ void SdlBackend::OnShow(SHostWnd* host, bool show, bool activate) {
   SDL_ShowWindow(n->window);
   if (!activate) SDL_SetHint(SDL_HINT_WINDOW_NO_ACTIVATION_WHEN_SHOWN, "0");
   else SDL_RaiseWindow(n->window);
-  if (n->texture) Present(*n);
+  Present(host, *n, nullptr);
 }
 
 void SdlBackend::OnMove(SHostWnd* host, const CRect& rc) {
@@ -206,28 +195,8 @@ void SdlBackend::OnTitle(SHostWnd* host, const SStringW& title) {
 
 void SdlBackend::OnFrame(SHostWnd* host) {
   Native* n = Find(host);
-  auto* frame = dynamic_cast<CairoRenderTarget*>(host->GetFrame());
-  if (!n || !frame || !frame->Surface()) return;
-  cairo_surface_t* surface = frame->Surface();
-  cairo_surface_flush(surface);
-  const int w = cairo_image_surface_get_width(surface), h = cairo_image_surface_get_height(surface);
-  if (w <= 0 || h <= 0) return;
-  if (!n->texture || n->tex_w != w || n->tex_h != h) {
-    if (n->texture) SDL_DestroyTexture(n->texture);
-    n->texture = SDL_CreateTexture(n->renderer, SDL_PIXELFORMAT_ARGB8888, SDL_TEXTUREACCESS_STREAMING, w, h);
-    if (!n->texture) {
-      std::fprintf(stderr, "SdlBackend: SDL_CreateTexture failed: %s\n", SDL_GetError());
-      return;
-    }
-    // Cairo's ARGB32 is ARGB8888 in native order; copy it as is (premultiplied
-    // colour over black is what an opaque window shows).
-    SDL_SetTextureBlendMode(n->texture, SDL_BLENDMODE_NONE);
-    n->tex_w = w;
-    n->tex_h = h;
-  }
-  SDL_UpdateTexture(n->texture, nullptr, cairo_image_surface_get_data(surface),
-                    cairo_image_surface_get_stride(surface));
-  if (n->shown) Present(*n);
+  // A hidden window is presented whole when it is shown.
+  if (n && n->shown) Present(host, *n, &host->GetPaintedRegion());
 }
 
 void SdlBackend::OnCursor(SHostWnd* host, const SStringW& name) {
@@ -257,12 +226,50 @@ void SdlBackend::OnTextInputRect(SHostWnd* host, const CRect& caret) {
   SDL_SetTextInputRect(&rc);
 }
 
-void SdlBackend::Present(Native& n) {
-  SDL_SetRenderDrawColor(n.renderer, 0, 0, 0, 255);
-  SDL_RenderClear(n.renderer);
-  const SDL_Rect dst{0, 0, n.tex_w, n.tex_h};
-  SDL_RenderCopy(n.renderer, n.texture, nullptr, &dst);
-  SDL_RenderPresent(n.renderer);
+void SdlBackend::Present(SHostWnd* host, Native& n, const SRegion* parts) {
+  auto* frame = dynamic_cast<CairoRenderTarget*>(host->GetFrame());
+  if (!frame || !frame->Surface() || !n.window) return;
+  cairo_surface_t* surface = frame->Surface();
+  cairo_surface_flush(surface);
+  const int w = cairo_image_surface_get_width(surface), h = cairo_image_surface_get_height(surface);
+  SDL_Surface* target = SDL_GetWindowSurface(n.window);
+  if (w <= 0 || h <= 0 || !target) return;
+  // Cairo's ARGB32 is ARGB8888 in native order; copied as is, premultiplied
+  // colour over black is what an opaque window shows.
+  SDL_Surface* source = SDL_CreateRGBSurfaceWithFormatFrom(cairo_image_surface_get_data(surface), w, h, 32,
+                                                           cairo_image_surface_get_stride(surface),
+                                                           SDL_PIXELFORMAT_ARGB8888);
+  if (!source) {
+    std::fprintf(stderr, "SdlBackend: wrapping the frame failed: %s\n", SDL_GetError());
+    return;
+  }
+  SDL_SetSurfaceBlendMode(source, SDL_BLENDMODE_NONE);
+  // While a resize is on its way the window and the frame may differ in size.
+  const CRect bounds(0, 0, std::min(w, target->w), std::min(h, target->h));
+  std::vector<SDL_Rect> rects;
+  const auto add = [&](const CRect& rc) {
+    const CRect part = rc & bounds;
+    if (!part.IsRectEmpty()) rects.push_back(SDL_Rect{part.left, part.top, part.Width(), part.Height()});
+  };
+  if (parts) {
+    for (const CRect& rc : parts->GetRects()) add(rc);
+  } else {
+    add(bounds);
+  }
+  n.presented.clear();
+  for (const SDL_Rect& r : rects) {
+    SDL_Rect dst = r;  // SDL_BlitSurface writes the clipped rectangle back
+    SDL_Rect src = r;
+    SDL_BlitSurface(source, &src, target, &dst);
+    n.presented.emplace_back(r.x, r.y, r.x + r.w, r.y + r.h);
+  }
+  SDL_FreeSurface(source);
+  if (!rects.empty()) SDL_UpdateWindowSurfaceRects(n.window, rects.data(), static_cast<int>(rects.size()));
+}
+
+std::vector<CRect> SdlBackend::GetLastPresented(SHostWnd* host) {
+  Native* n = Find(host);
+  return n ? n->presented : std::vector<CRect>();
 }
 
 // ---- loop ---------------------------------------------------------------------
@@ -290,7 +297,7 @@ void SdlBackend::RenderDirtyHosts() {
   for (auto& w : windows_) hosts.push_back(w.first);
   for (SHostWnd* host : hosts) {
     // Painting one host may destroy another (a handler closing a popup).
-    if (!Find(host) || !host->IsWindowVisible() || host->GetDirtyRect().IsRectEmpty()) continue;
+    if (!Find(host) || !host->IsWindowVisible() || host->GetDirtyRegion().IsEmpty()) continue;
     host->Render();
   }
 }
@@ -517,7 +524,7 @@ void SdlBackend::DispatchWindowEvent(SHostWnd* host, const SDL_WindowEvent& e) {
     case SDL_WINDOWEVENT_EXPOSED:
     case SDL_WINDOWEVENT_SIZE_CHANGED:
       if (Native* n = Find(host)) {
-        if (n->texture && n->shown) Present(*n);
+        if (n->shown) Present(host, *n, nullptr);
       }
       break;
     case SDL_WINDOWEVENT_LEAVE:
@@ -541,8 +548,9 @@ void SdlBackend::DispatchWindowEvent(SHostWnd* host, const SDL_WindowEvent& e) {
 bool SdlBackend::CaptureWindow(SHostWnd* host, const std::string& png_path) {
   Native* n = Find(host);
   if (!n) return false;
-  int w = 0, h = 0;
-  if (SDL_GetRendererOutputSize(n->renderer, &w, &h) != 0 || w <= 0 || h <= 0) return false;
+  SDL_Surface* shown = SDL_GetWindowSurface(n->window);
+  if (!shown || shown->w <= 0 || shown->h <= 0) return false;
+  const int w = shown->w, h = shown->h;
   cairo_surface_t* out = cairo_image_surface_create(CAIRO_FORMAT_RGB24, w, h);
   if (cairo_surface_status(out) != CAIRO_STATUS_SUCCESS) {
     cairo_surface_destroy(out);
@@ -550,9 +558,11 @@ bool SdlBackend::CaptureWindow(SHostWnd* host, const std::string& png_path) {
   }
   cairo_surface_flush(out);
   // RGB24 is ARGB8888 with the alpha byte ignored.
-  const bool read = SDL_RenderReadPixels(n->renderer, nullptr, SDL_PIXELFORMAT_ARGB8888,
-                                         cairo_image_surface_get_data(out),
-                                         cairo_image_surface_get_stride(out)) == 0;
+  if (SDL_MUSTLOCK(shown)) SDL_LockSurface(shown);
+  const bool read = SDL_ConvertPixels(w, h, shown->format->format, shown->pixels, shown->pitch,
+                                      SDL_PIXELFORMAT_ARGB8888, cairo_image_surface_get_data(out),
+                                      cairo_image_surface_get_stride(out)) == 0;
+  if (SDL_MUSTLOCK(shown)) SDL_UnlockSurface(shown);
   cairo_surface_mark_dirty(out);
   const bool ok = read && cairo_surface_write_to_png(out, png_path.c_str()) == CAIRO_STATUS_SUCCESS;
   if (!read) std::fprintf(stderr, "SdlBackend: reading the window failed: %s\n", SDL_GetError());

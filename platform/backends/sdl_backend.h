@@ -2,7 +2,8 @@
 //
 // The host stays the owner of everything DirectUI: the backend only mirrors
 // its placement, visibility and title onto an SDL window, shows its frames
-// (through SDL's software renderer, which needs no GPU and works under Xvfb)
+// (copied into the window's framebuffer, which needs no GPU and works under
+// Xvfb; after the first frame only the repainted rectangles are sent)
 // and turns SDL events into the host's OnMouseEvent/OnKeyEvent calls, the
 // same entry points the tests' event generator uses.
 //
@@ -22,6 +23,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "soui/hostwnd.h"
 
@@ -78,6 +80,9 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
   // Repaints every visible host with a non-empty dirty rect.
   void RenderDirtyHosts();
 
+  // The rectangles the last frame sent to the host's window: after the
+  // first frame, only what changed.
+  std::vector<SOUI::CRect> GetLastPresented(SOUI::SHostWnd* host);
   // Writes what the host's window shows as PNG. False if it has no window.
   bool CaptureWindow(SOUI::SHostWnd* host, const std::string& png_path);
 
@@ -91,13 +96,13 @@ class SdlBackend : public SOUI::IHostBackend, public std::enable_shared_from_thi
  private:
   struct Native {
     SDL_Window* window = nullptr;
-    SDL_Renderer* renderer = nullptr;
-    SDL_Texture* texture = nullptr;
-    int tex_w = 0, tex_h = 0;
     bool shown = false;
+    std::vector<SOUI::CRect> presented;  // what the last present sent
   };
   Native* Find(SOUI::SHostWnd* host);
-  void Present(Native& n);
+  // Copies parts of the host's frame (all of it when null) into the window's
+  // framebuffer and sends those rectangles to the screen.
+  void Present(SOUI::SHostWnd* host, Native& n, const SOUI::SRegion* parts);
   void Dispatch(const SDL_Event& e);
   void DispatchWindowEvent(SOUI::SHostWnd* host, const SDL_WindowEvent& e);
   static UINT MouseFlags(uint32_t button_state);

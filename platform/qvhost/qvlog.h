@@ -43,13 +43,14 @@ class QVLogSink : public SOUI::ILogSink {
   void Clear() { lines_.clear(); }
   // True when some formatted line contains text (case-sensitive).
   bool Contains(const SOUI::SStringW& text) const;
-  // Lines at or above level are also printed to stderr; off by default
-  // (above QV_LOG_FATAL).
+  // Lines at or above level are also printed to stderr: warnings and errors
+  // by default, so that a mistake in a layout is seen where the host runs.
+  // Above QV_LOG_FATAL silences the echo.
   void SetEchoLevel(int level) { echo_level_ = level; }
 
  private:
   std::deque<QVLogLine> lines_;
-  int echo_level_ = QV_LOG_FATAL + 1;
+  int echo_level_ = QV_LOG_WARN;
 };
 
 // The application's QVLogSink; installed first if the application has

@@ -257,7 +257,8 @@ BOOL SHostWnd::SetWindowPos(HWND after, int x, int y, int cx, int cy, UINT flags
     root_->OnRelayout(GetClientRect());
     layout_pending_ = true;
     frame_.reset();
-    dirty_ = GetClientRect();
+    dirty_.Clear();
+    dirty_.Union(GetClientRect());
   }
   if (backend_) backend_->OnMove(this, rect_);
   SApplication* app = SApplication::getSingletonPtr();
@@ -550,8 +551,7 @@ void SHostWnd::UpdateLayout() {
 }
 
 void SHostWnd::OnInvalidate(const CRect& rc) {
-  const CRect clipped = rc & GetClientRect();
-  if (!clipped.IsRectEmpty()) dirty_ = dirty_ | clipped;
+  dirty_.Union(rc & GetClientRect());
 }
 
 IRenderTarget* SHostWnd::Render() {
@@ -580,17 +580,24 @@ IRenderTarget* SHostWnd::Render() {
       return nullptr;
     }
     unpaintable_size_ = CSize();
-    dirty_ = client;
+    dirty_.Clear();
+    dirty_.Union(client);
   }
-  if (dirty_.IsRectEmpty()) return frame_.get();
-  const CRect dirty = dirty_;
-  dirty_.SetRectEmpty();
-  frame_->PushClipRect(&dirty);
+  if (dirty_.IsEmpty()) return frame_.get();
+  // Painting may invalidate again (a window changing its look while it
+  // paints): that lands in the next frame, not in the region being painted.
+  std::swap(painted_, dirty_);
+  dirty_.Clear();
+  painted_.Normalize();
+  const CRect box = painted_.GetBox();
+  frame_->PushClipRect(&box);
   // Start from transparent unless the root covers everything opaquely anyway.
   const bool opaque_root = !root_->GetBkgndSkin() && GetAValue(root_->GetStyle().colorBkgnd.Get()) == 0xFF &&
                            root_->GetStyle().GetMargin(scale_).IsRectNull() && root_->GetAlpha() == 0xFF;
-  if (!opaque_root) frame_->ClearRect(&dirty, RGBA(0, 0, 0, 0));
-  root_->RedrawRegion(frame_.get(), dirty);
+  if (!opaque_root) {
+    for (const CRect& part : painted_.GetRects()) frame_->ClearRect(&part, RGBA(0, 0, 0, 0));
+  }
+  root_->RedrawRegion(frame_.get(), painted_);
   frame_->PopClip();
   ++paint_count_;
   if (backend_) backend_->OnFrame(this);

@@ -220,7 +220,12 @@ class SHostWnd : public ISwndContainer {
   IRenderTarget* GetFrame() const { return frame_.get(); }
   // Renders and writes the frame as PNG.
   bool SaveFramePng(const SStringW& path);
-  const CRect& GetDirtyRect() const { return dirty_; }
+  // The bounding box of what is waiting to be repainted.
+  CRect GetDirtyRect() const { return dirty_.GetBox(); }
+  const SRegion& GetDirtyRegion() const { return dirty_; }
+  // What the last Render repainted: disjoint rectangles, which a backend
+  // presents and tests inspect.
+  const SRegion& GetPaintedRegion() const { return painted_; }
   int GetPaintCount() const { return paint_count_; }
 
   // ---- host timers (not tied to a DirectUI window) ----
@@ -285,7 +290,8 @@ class SHostWnd : public ISwndContainer {
   SStringW cursor_name_ = L"arrow";
   bool text_input_ = false;
   bool layout_pending_ = true;
-  CRect dirty_;
+  SRegion dirty_;
+  SRegion painted_;
   int paint_count_ = 0;
   CSize unpaintable_size_;  // the size last reported as too large to paint
   std::unique_ptr<IRenderTarget> frame_;

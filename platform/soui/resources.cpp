@@ -150,6 +150,7 @@ void SResProvider::Clear() {
   colors_.clear();
   strings_.clear();
   font_cache_.clear();
+  default_fonts_.clear();
   skins_.clear();
   scaled_skins_.clear();
   classes_.reset();
@@ -180,7 +181,7 @@ bool SResProvider::LoadUiDef(pugi::xml_node uidef, const SStringW& base_dir) {
       FontDesc f = default_font_;
       if (auto a = XmlAttrNoCase(section, L"face")) f.face = XmlValue(a);
       if (auto a = XmlAttrNoCase(section, L"size")) f.height = std::max(1, a.as_int(f.height));
-      default_font_ = f;
+      SetDefaultFont(f);
     } else if (kind.CompareNoCase(L"color") == 0) {
       LoadColorTable(section, SStringW());
     } else if (kind.CompareNoCase(L"string") == 0) {
@@ -286,6 +287,19 @@ FontDesc SResProvider::GetDefaultFont(int scale) const {
   FontDesc f = default_font_;
   f.height = std::max(1, static_cast<int>(std::floor(f.height * scale / 100.0 + 0.5)));
   return f;
+}
+
+void SResProvider::SetDefaultFont(const FontDesc& desc) {
+  default_font_ = desc;
+  font_cache_.clear();
+  default_fonts_.clear();
+  ++generation_;
+}
+
+IFontPtr SResProvider::GetDefaultFontObject(int scale) {
+  IFontPtr& font = default_fonts_[scale];
+  if (!font) font = MakeFontObject(GetDefaultFont(scale));
+  return font;
 }
 
 IFontPtr SResProvider::GetFont(const SStringW& desc, int scale) {

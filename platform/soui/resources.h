@@ -71,9 +71,13 @@ class SResProvider {
   bool HasString(const SStringW& key) const;
 
   // ---- fonts ----
-  void SetDefaultFont(const FontDesc& desc) { default_font_ = desc; ++generation_; }
+  // Fonts made earlier from the old default are dropped.
+  void SetDefaultFont(const FontDesc& desc);
   // The default font at a scale (its size scales with zoom).
   FontDesc GetDefaultFont(int scale) const;
+  // The same, as a font object made once per scale: every window without a
+  // font of its own measures and paints with it.
+  IFontPtr GetDefaultFontObject(int scale);
   // Null when the description does not parse.
   IFontPtr GetFont(const SStringW& desc, int scale);
 
@@ -114,6 +118,7 @@ class SResProvider {
   std::map<SStringW, std::map<SStringW, SStringW>> strings_;  // lang -> key -> value
   FontDesc default_font_;
   std::map<std::pair<SStringW, int>, IFontPtr> font_cache_;
+  std::map<int, IFontPtr> default_fonts_;  // by scale
   std::map<SStringW, SkinCreator> skin_types_;
   std::map<SStringW, ISkinObjPtr> skins_;
   std::map<std::pair<SStringW, int>, ISkinObjPtr> scaled_skins_;

@@ -275,20 +275,19 @@ SScrollView::Bar SScrollView::GetBar(bool vertical) const {
   return bar;
 }
 
-void SScrollView::PaintChildren(IRenderTarget* rt, const CRect& dirty) {
+void SScrollView::PaintChildren(IRenderTarget* rt, const SRegion& dirty) {
   const CRect view = GetViewRect();
-  const CRect shown = dirty & view;
-  if (!shown.IsRectEmpty()) {
+  if (dirty.Intersects(view)) {
     rt->PushClipRect(&view);
     for (SWindow* c = GetWindow(GSW_FIRSTCHILD); c; c = c->GetWindow(GSW_NEXTSIBLING)) {
-      if ((c->GetWindowRect() & shown).IsRectEmpty()) continue;  // out of view: not painted at all
-      c->RedrawRegion(rt, shown);
+      if (!dirty.Intersects(c->GetWindowRect() & view)) continue;  // out of view: not painted at all
+      c->RedrawRegion(rt, dirty);
     }
     rt->PopClip();
   }
   for (bool vertical : {true, false}) {
     const Bar bar = GetBar(vertical);
-    if (bar.track.IsRectEmpty() || (bar.track & dirty).IsRectEmpty()) continue;
+    if (bar.track.IsRectEmpty() || !dirty.Intersects(bar.track)) continue;
     const Part thumb = vertical ? Part::kVThumb : Part::kHThumb;
     PaintBar(rt, bar, vertical, drag_ == thumb || (drag_ != thumb && hot_ == thumb));
   }

@@ -107,7 +107,7 @@ class SScrollView : public SWindow {
   void UpdateChildrenPosition() override;
   SWindow* SwndFromPoint(CPoint pt, BOOL include_msg_transparent = FALSE) override;
   void EnsureVisible(SWindow* descendant) override;
-  void PaintChildren(IRenderTarget* rt, const CRect& dirty) override;
+  void PaintChildren(IRenderTarget* rt, const SRegion& dirty) override;
   BOOL OnMouseWheel(UINT flags, short delta, CPoint pt) override;
   void OnLButtonDown(UINT flags, CPoint pt) override;
   void OnLButtonUp(UINT flags, CPoint pt) override;

@@ -538,17 +538,26 @@ void SWindow::SetWindowText(const SStringW& text_in) {
     capped = text_in.Left(kMaxWindowTextLength);
   }
   const SStringW& text = capped.IsEmpty() ? text_in : capped;
-  InvalidateMeasure();
   SApplication* app = SApplication::getSingletonPtr();
+  SStringW shown;
   if (!app) {
-    text_ = text;
+    shown = text;
   } else if (text.GetAt(0) == L'@') {
-    text_ = app->tr(app->GetResProvider().ResolveString(text), SStringW());
+    shown = app->tr(app->GetResProvider().ResolveString(text), SStringW());
   } else {
-    text_ = app->tr(text, SStringW());
+    shown = app->tr(text, SStringW());
   }
+  // The same text again (a quote that did not move) costs nothing.
+  const bool has_raw = shown != text;
+  if (shown == text_ && has_raw == (rare_ && rare_->has_raw_text) && (!has_raw || rare_->text_raw == text)) return;
+  // A content-sized window whose new text measures the same as the old one
+  // needs a repaint, not a layout pass.
+  const DesiredCache before = desired_cache_;
+  const bool measured = before.epoch == internal::g_measure_epoch && before.scale == GetScale();
+  InvalidateMeasure();
+  text_ = shown;
   // The raw form is kept only when it differs (a reference was resolved).
-  if (text_ != text) {
+  if (has_raw) {
     GetRare().text_raw = text;
     rare_->has_raw_text = true;
   } else if (rare_) {
@@ -556,7 +565,9 @@ void SWindow::SetWindowText(const SStringW& text_in) {
     rare_->has_raw_text = false;
   }
   const SouiLayoutParam* p = &layout_param_;
-  if (p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert)) RequestRelayout();
+  if (p->IsWrapContent(Orientation::Horz) || p->IsWrapContent(Orientation::Vert)) {
+    if (!measured || GetDesiredSize(before.width, before.height) != before.size) RequestRelayout();
+  }
   Invalidate();
 }
 

@@ -17,6 +17,7 @@
 
 #include "soui/events.h"
 #include "soui/layout.h"
+#include "soui/region.h"
 #include "soui/render.h"
 #include "soui/skin.h"
 #include "soui/sobject.h"
@@ -312,7 +313,11 @@ class SWindow : public SObject {
   // ---- painting -------------------------------------------------------------------
   void Invalidate();
   void InvalidateRect(const CRect& rc);
-  // Paints this window and its children, back to front, clipped to dirty.
+  // Paints this window and its children, back to front, where they meet the
+  // dirty region (normalized). A window that meets none of it is skipped
+  // without running its paint code; one that meets several parts paints
+  // once per part, clipped to it.
+  void RedrawRegion(IRenderTarget* rt, const SRegion& dirty);
   void RedrawRegion(IRenderTarget* rt, const CRect& dirty);
   // Selects the window's font and text colour (children inherit what they
   // do not set). Returns what to restore.
@@ -329,7 +334,7 @@ class SWindow : public SObject {
   virtual void OnPaint(IRenderTarget* rt);
   // Paints the children back to front (clipped to the client area with
   // clipClient); a scroll view paints only the ones in view, then its bars.
-  virtual void PaintChildren(IRenderTarget* rt, const CRect& dirty);
+  virtual void PaintChildren(IRenderTarget* rt, const SRegion& dirty);
   // Painted over a focused window: its focusSkin, else with drawFocusRect a
   // dotted rectangle just inside the client area.
   virtual void DrawFocus(IRenderTarget* rt);

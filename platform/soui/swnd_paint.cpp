@@ -25,7 +25,7 @@ IFontPtr SWindow::GetPaintFont(IRenderTarget* rt) const {
   }
   SApplication* app = SApplication::getSingletonPtr();
   if (!app) return rt ? rt->GetCurrentFont() : nullptr;
-  return rt ? rt->CreateFont(app->GetResProvider().GetDefaultFont(scale)) : nullptr;
+  return rt ? app->GetResProvider().GetDefaultFontObject(scale) : nullptr;
 }
 
 COLORREF SWindow::GetPaintTextColor() const {
@@ -109,28 +109,54 @@ void SWindow::DrawText(IRenderTarget* rt, const wchar_t* text, int len, LPRECT r
   rt->DrawText(text, len, rc, format);
 }
 
-void SWindow::PaintChildren(IRenderTarget* rt, const CRect& dirty) {
+void SWindow::PaintChildren(IRenderTarget* rt, const SRegion& dirty) {
   const CRect client = GetClientRect();
-  if (clip_client_) rt->PushClipRect(&client);
+  if (clip_client_) {
+    if (!dirty.Intersects(client)) return;
+    rt->PushClipRect(&client);
+  }
   for (SWindow* c = first_child_; c; c = c->next_sibling_) c->RedrawRegion(rt, dirty);
   if (clip_client_) rt->PopClip();
 }
 
-void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
+void SWindow::RedrawRegion(IRenderTarget* rt, const SRegion& dirty) {
   if (!IsVisible(FALSE) || !rt) return;
+  const bool own = dirty.Intersects(rect_);
+  if (!own && !first_child_) return;
   const bool layer = style_->alpha < 0xFF;
   if (layer) rt->PushLayer(style_->alpha);
   PaintState ps;
   BeforePaint(rt, ps);
-  if (!(rect_ & dirty).IsRectEmpty()) {
-    OnEraseBkgnd(rt);
-    OnNcPaint(rt);
-    OnPaint(rt);
-    if (container_ && container_->GetFocus() == this) DrawFocus(rt);
+  if (own) {
+    const auto paint_self = [&] {
+      OnEraseBkgnd(rt);
+      OnNcPaint(rt);
+      OnPaint(rt);
+      if (container_ && container_->GetFocus() == this) DrawFocus(rt);
+    };
+    // Most windows lie inside one dirty rectangle: the frame's clip is enough.
+    bool whole = false;
+    dirty.ForEachPart(rect_, [&](const CRect& part) { whole = whole || part == rect_; });
+    if (whole) {
+      paint_self();
+    } else {
+      dirty.ForEachPart(rect_, [&](const CRect& part) {
+        rt->PushClipRect(&part);
+        paint_self();
+        rt->PopClip();
+      });
+    }
   }
   if (first_child_) PaintChildren(rt, dirty);
   AfterPaint(rt, ps);
   if (layer) rt->PopLayer();
+}
+
+void SWindow::RedrawRegion(IRenderTarget* rt, const CRect& dirty) {
+  SRegion region;
+  region.Union(dirty);
+  region.Normalize();
+  RedrawRegion(rt, region);
 }
 
 }  // namespace SOUI

@@ -168,20 +168,14 @@ SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
   SApplication* app = SApplication::getSingletonPtr();
   const SStringW tag = XmlName(child);
   // "button.ok" creates a button styled with class "button.ok".
-  SStringW cls_tag = tag;
-  SStringW cls;
   const int dot = tag.Find(L'.');
-  if (dot > 0) {
-    cls_tag = tag.Left(dot);
-    cls = tag;
-  }
-  SWindow* wnd = app->CreateWindowByName(cls_tag);
+  SWindow* wnd = dot > 0 ? app->CreateWindowByName(tag.Left(dot)) : app->CreateWindowByName(tag);
   if (!wnd) {
     SLOG(kLogWarn, "SOUI") << L"CreateChildren: unknown window class " << tag;
     return nullptr;
   }
   InsertChild(wnd);
-  if (!cls.IsEmpty()) wnd->SetAttribute(L"class", cls, TRUE);
+  if (dot > 0) wnd->SetAttribute(L"class", tag, TRUE);
   return wnd;
 }
 

@@ -301,15 +301,21 @@ TEST_F(AppServicesTest, LogWriteKeepsTheBaseNameOfWindowsPathsAndWideCategories)
   EXPECT_EQ(lines[1].category, "WIDE");
 }
 
-TEST_F(AppServicesTest, SinkEchoesToStderrOnlyAtOrAboveItsLevel) {
-  QVLogSinkOf(app).SetEchoLevel(QV_LOG_WARN);
+TEST_F(AppServicesTest, SinkEchoesWarningsToStderrByDefaultAndCanBeSilenced) {
   ::testing::internal::CaptureStderr();
   QVLOG(QV_LOG_INFO, "COMMON") << "quiet line";
-  QVLOG(QV_LOG_ERROR, "COMMON") << "loud line";
-  const std::string err = ::testing::internal::GetCapturedStderr();
+  QVLOG(QV_LOG_WARN, "COMMON") << "loud line";
+  std::string err = ::testing::internal::GetCapturedStderr();
   EXPECT_EQ(err.find("quiet line"), std::string::npos);
   EXPECT_NE(err.find("loud line"), std::string::npos);
   EXPECT_EQ(QVLogSinkOf(app).Lines().size(), 2u);  // both kept
+
+  QVLogSinkOf(app).SetEchoLevel(QV_LOG_FATAL + 1);
+  ::testing::internal::CaptureStderr();
+  QVLOG(QV_LOG_ERROR, "COMMON") << "silenced line";
+  err = ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(err.find("silenced line"), std::string::npos);
+  EXPECT_EQ(QVLogSinkOf(app).Lines().size(), 3u);
 }
 
 TEST(NoAppServicesTest, ServicesDegradeWithoutAnApplication) {

@@ -92,6 +92,18 @@ TEST_F(SdlBackendTest, AShownHostPutsItsFrameOnTheRealWindow) {
     EXPECT_EQ(PixelAt(shot, p.x, p.y), p.rgb) << p.x << "," << p.y;
   }
   cairo_surface_destroy(shot);
+
+  // A later change sends only its own rectangle to the window.
+  host.GetRoot()->GetWindow(GSW_FIRSTCHILD)->SetAttribute(L"colorBkgnd", L"#00FF00", FALSE);
+  const int painted = host.GetPaintCount();
+  ASSERT_TRUE(PumpUntil([&] { return host.GetPaintCount() > painted; }));
+  EXPECT_EQ(sdl_->GetLastPresented(&host), std::vector<CRect>{CRect(40, 30, 100, 80)});
+  ASSERT_TRUE(sdl_->CaptureWindow(&host, png));
+  shot = cairo_image_surface_create_from_png(png.c_str());
+  std::remove(png.c_str());
+  EXPECT_EQ(PixelAt(shot, 40, 30), 0x00FF00u);
+  EXPECT_EQ(PixelAt(shot, 39, 30), 0xFF0000u);
+  cairo_surface_destroy(shot);
 }
 
 TEST_F(SdlBackendTest, ToolWindowsStayOffTheTaskbar) {

@@ -82,6 +82,23 @@ TEST_F(TabCtrlBaseTest, FirstInsertSelectsWithoutChangingEventAndItemsLineUp) {
   EXPECT_EQ(tabs_->GetTabObjById(2)->GetAlpha(), 255);
 }
 
+// Tabs written in the layout are there on the first frame; a tab the host
+// adds later fades in.
+TEST_F(TabCtrlBaseTest, LayoutTabsShowAtOnceAndLaterTabsFadeIn) {
+  CreateHostWithChildren(
+      L"<qv_primarytab name=\"strip\" pos=\"0,0,@300,@32\"><tabitem title=\"A\"/><tabitem title=\"B\"/>"
+      L"</qv_primarytab>",
+      400, 300);
+  Layout();
+  auto* strip = Find<CQVTabCtrlBase>(L"strip");
+  ASSERT_NE(strip, nullptr);
+  for (CQVItemBase* it = strip->GetHead(); it; it = it->GetNext()) EXPECT_EQ(it->GetAlpha(), 255);
+  const int added = strip->InsertTab({}, -1);
+  EXPECT_LT(strip->GetTabObjById(added)->GetAlpha(), 255);
+  Advance(300);
+  EXPECT_EQ(strip->GetTabObjById(added)->GetAlpha(), 255);
+}
+
 // Items keep the XML they were built from, but a strip's items share one
 // copy of its template (a copy each cost tens of kilobytes per tab).
 TEST_F(TabCtrlBaseTest, ItemsShareTheStripTemplateAndKeepIt) {
