@@ -13,6 +13,11 @@
 #include "popups/custom_dialog.h"
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
+#include "state/combobox.h"
+#include "state/loading_bar.h"
+#include "state/page_loading.h"
+#include "state/picture_upload.h"
+#include "state/progress.h"
 #include "tabs/item_base.h"
 #include "tabs/tab_page_host.h"
 #include "tabs/tab_variants.h"
@@ -69,6 +74,13 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   QVDialogClasses::Register(CQVCustomDialog::GetClassName(), [](const wchar_t* layout) {
     return std::unique_ptr<SOUI::SHostDialog>(new CQVCustomDialog(layout));
   });
+  // State controls.
+  factory.RegisterWindowClass<QVTopLoadingBar>();
+  factory.RegisterWindowClass<QVBottomLoadingBar>();
+  factory.RegisterWindowClass<QVPageLoadingCtrl>();
+  factory.RegisterWindowClass<CQVProgress>();
+  factory.RegisterWindowClass<CQVComboBox>();
+  factory.RegisterWindowClass<QVPictureUploadCtrl>();
   // Rich text's qv_text runs name their look by a text style code.
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     app->SetTextStyleResolver([](const SOUI::SStringW& code, SOUI::SStringW* font, SOUI::SStringW* color) {

@@ -276,6 +276,99 @@ const std::map<SStringW, QVPwdCellStyle>& QVPwdCellStyles() {
   return kTable;
 }
 
+namespace {
+const wchar_t kState[] = L"@color\\style_qv_state\\";
+SStringW StateColor(const wchar_t* name) { return SStringW(kState) + name; }
+
+template <class Ptr>
+Ptr FindPtr(const std::map<SStringW, Ptr>& m, const SStringW& code) {
+  const Ptr* p = FindIn(m, code);
+  return p ? *p : nullptr;
+}
+}  // namespace
+
+const std::map<SStringW, QVLoadingBarStylePtr>& QVLoadingBarStyles() {
+  static const std::map<SStringW, QVLoadingBarStylePtr> kTable = [] {
+    std::map<SStringW, QVLoadingBarStylePtr> m;
+    const std::pair<const wchar_t*, std::pair<int, const wchar_t*>> rows[] = {
+        {L"LB1", {2, L"size:12dp"}}, {L"LB2", {3, L"size:13dp"}}};
+    for (const auto& r : rows) {
+      auto rec = std::make_shared<QVLoadingBarStyleInfo>();
+      rec->line_dp = r.second.first;
+      rec->font = r.second.second;
+      rec->line_color = StateColor(L"bar_line");
+      rec->track_color = StateColor(L"bar_track");
+      rec->remind_bkgnd = StateColor(L"bar_remind_bg");
+      rec->fail_bkgnd = StateColor(L"bar_fail_bg");
+      rec->text_color = TextColor(L"text_h1");
+      rec->link_color = TextColor(L"text_link_normal");
+      m[r.first] = rec;
+    }
+    return m;
+  }();
+  return kTable;
+}
+
+const std::map<SStringW, QVPageLoadingCtrlStylePtr>& QVPageLoadingCtrlStyles() {
+  static const std::map<SStringW, QVPageLoadingCtrlStylePtr> kTable = [] {
+    struct Row {
+      const wchar_t* code;
+      int spinner, picture;
+      const wchar_t* font;
+      const wchar_t* button;
+    };
+    const Row rows[] = {{L"PL1", 32, 96, L"size:13dp", L"MB2_D"}, {L"PL2", 20, 56, L"size:12dp", L"MB3_D"}};
+    std::map<SStringW, QVPageLoadingCtrlStylePtr> m;
+    for (const Row& r : rows) {
+      auto rec = std::make_shared<QVPageLoadingCtrlStyleInfo>();
+      rec->spinner_dp = r.spinner;
+      rec->picture_dp = r.picture;
+      rec->font = r.font;
+      rec->bkgnd = StateColor(L"page_bg");
+      rec->spinner_color = StateColor(L"accent");
+      rec->picture_color = StateColor(L"picture_line");
+      rec->picture_fill = StateColor(L"picture_fill");
+      rec->fail_color = StateColor(L"error");
+      rec->text_color = TextColor(L"text_h3");
+      rec->button_style = r.button;
+      m[r.code] = rec;
+    }
+    return m;
+  }();
+  return kTable;
+}
+
+const std::map<SStringW, QVPictureUploadCtrlStylePtr>& QVPictureUploadCtrlStyles() {
+  static const std::map<SStringW, QVPictureUploadCtrlStylePtr> kTable = [] {
+    std::map<SStringW, QVPictureUploadCtrlStylePtr> m;
+    const std::pair<const wchar_t*, std::pair<int, int>> rows[] = {{L"PU1", {160, 100}}, {L"PU2", {100, 100}}};
+    for (const auto& r : rows) {
+      auto rec = std::make_shared<QVPictureUploadCtrlStyleInfo>();
+      rec->width_dp = r.second.first;
+      rec->height_dp = r.second.second;
+      rec->font = L"size:12dp";
+      rec->bkgnd = StateColor(L"upload_bg");
+      rec->border = StateColor(L"upload_border");
+      rec->border_hover = StateColor(L"accent");
+      rec->text_color = TextColor(L"text_h3");
+      rec->accent = StateColor(L"accent");
+      rec->track = StateColor(L"track");
+      rec->error = StateColor(L"error");
+      m[r.first] = rec;
+    }
+    return m;
+  }();
+  return kTable;
+}
+
+QVLoadingBarStylePtr FindQVLoadingBarStyle(const SStringW& code) { return FindPtr(QVLoadingBarStyles(), code); }
+QVPageLoadingCtrlStylePtr FindQVPageLoadingCtrlStyle(const SStringW& code) {
+  return FindPtr(QVPageLoadingCtrlStyles(), code);
+}
+QVPictureUploadCtrlStylePtr FindQVPictureUploadCtrlStyle(const SStringW& code) {
+  return FindPtr(QVPictureUploadCtrlStyles(), code);
+}
+
 const QVTextStyle* FindQVTextStyle(const SStringW& code) { return FindIn(QVTextStyles(), code); }
 const QVLinkStyle* FindQVLinkStyle(const SStringW& code) { return FindIn(QVLinkStyles(), code); }
 const QVEditStyle* FindQVEditStyle(const SStringW& code) { return FindIn(QVEditStyles(), code); }

@@ -76,8 +76,55 @@ struct QVSTDCTRLS_API QVPwdCellStyle {
   SOUI::SStringW font;
 };
 
+// The state controls' records (state/): colours are theme references, sizes
+// dp. Codes:
+//   loading bars   LB1  2dp line, 12dp text     LB2  3dp line, 13dp text
+//   page loading   PL1  32dp spinner, 96dp picture, 13dp text (a page)
+//                  PL2  20dp spinner, 56dp picture, 12dp text (a panel)
+//   picture upload PU1  an ID-card slot, 160x100dp
+//                  PU2  a square photo slot, 100x100dp
+struct QVLoadingBarStyleInfo {
+  int line_dp = 2;  // the loading line along the edge
+  SOUI::SStringW font;
+  SOUI::SStringW line_color;
+  SOUI::SStringW track_color;
+  SOUI::SStringW remind_bkgnd;
+  SOUI::SStringW fail_bkgnd;
+  SOUI::SStringW text_color;
+  SOUI::SStringW link_color;
+};
+
+struct QVPageLoadingCtrlStyleInfo {
+  int spinner_dp = 32;
+  int picture_dp = 96;
+  SOUI::SStringW font;
+  SOUI::SStringW bkgnd;
+  SOUI::SStringW spinner_color;
+  SOUI::SStringW picture_color;   // the drawing's strokes
+  SOUI::SStringW picture_fill;    // its shapes
+  SOUI::SStringW fail_color;      // the mark of the fail picture
+  SOUI::SStringW text_color;
+  SOUI::SStringW button_style;    // qv_button code of the refresh button
+};
+
+struct QVPictureUploadCtrlStyleInfo {
+  int width_dp = 160;
+  int height_dp = 100;
+  SOUI::SStringW font;
+  SOUI::SStringW bkgnd;
+  SOUI::SStringW border;          // dashed frame of the empty slot
+  SOUI::SStringW border_hover;
+  SOUI::SStringW text_color;
+  SOUI::SStringW accent;          // plus sign, progress
+  SOUI::SStringW track;           // progress track
+  SOUI::SStringW error;
+};
+
 using QVButtonStylePtr = std::shared_ptr<const QVButtonStyleInfo>;
 using QVIconButtonStylePtr = std::shared_ptr<const QVIconButtonStyleInfo>;
+using QVLoadingBarStylePtr = std::shared_ptr<const QVLoadingBarStyleInfo>;
+using QVPageLoadingCtrlStylePtr = std::shared_ptr<const QVPageLoadingCtrlStyleInfo>;
+using QVPictureUploadCtrlStylePtr = std::shared_ptr<const QVPictureUploadCtrlStyleInfo>;
 
 // ---- tables ----
 QVSTDCTRLS_API const std::map<SOUI::SStringW, QVTextStyle>& QVTextStyles();
@@ -90,6 +137,9 @@ QVSTDCTRLS_API const std::map<SOUI::SStringW, QVEditStyle>& QVEditStyles();
 QVSTDCTRLS_API const std::map<SOUI::SStringW, QVEditStyle>& QVEditComStyles();
 QVSTDCTRLS_API const std::map<SOUI::SStringW, QVEditStyle>& QVEditMultiStyles();
 QVSTDCTRLS_API const std::map<SOUI::SStringW, QVPwdCellStyle>& QVPwdCellStyles();
+QVSTDCTRLS_API const std::map<SOUI::SStringW, QVLoadingBarStylePtr>& QVLoadingBarStyles();
+QVSTDCTRLS_API const std::map<SOUI::SStringW, QVPageLoadingCtrlStylePtr>& QVPageLoadingCtrlStyles();
+QVSTDCTRLS_API const std::map<SOUI::SStringW, QVPictureUploadCtrlStylePtr>& QVPictureUploadCtrlStyles();
 
 // ---- lookup: null when the code is not in the table ----
 QVSTDCTRLS_API const QVTextStyle* FindQVTextStyle(const SOUI::SStringW& code);
@@ -98,6 +148,9 @@ QVSTDCTRLS_API QVButtonStylePtr FindQVButtonStyle(const SOUI::SStringW& code);
 QVSTDCTRLS_API QVIconButtonStylePtr FindQVIconButtonStyle(const SOUI::SStringW& code);
 QVSTDCTRLS_API const QVEditStyle* FindQVEditStyle(const SOUI::SStringW& code);
 QVSTDCTRLS_API const QVEditStyle* FindQVEditComStyle(const SOUI::SStringW& code);
+QVSTDCTRLS_API QVLoadingBarStylePtr FindQVLoadingBarStyle(const SOUI::SStringW& code);
+QVSTDCTRLS_API QVPageLoadingCtrlStylePtr FindQVPageLoadingCtrlStyle(const SOUI::SStringW& code);
+QVSTDCTRLS_API QVPictureUploadCtrlStylePtr FindQVPictureUploadCtrlStyle(const SOUI::SStringW& code);
 
 // ---- apply ----
 // Text controls: sets "font" then "colorText" through the control's own

@@ -39,6 +39,10 @@ const wchar_t* const kNames[] = {
     L"direction", L"enable_select", L"number", L"max_number", L"market", L"compare", L"current", L"redrise",
     L"colorrise", L"colorfall", L"colorstable", L"pricetext", L"risefalltext", L"background", L"arrowx",
     L"arrowy", L"bodyx", L"bodyy", L"selected",
+    // state controls ("picture" is left out: it reads files)
+    L"state", L"remindtext", L"remindlink", L"failtext", L"faillink", L"showdelay", L"minshowtime", L"fadetime",
+    L"loadingtext", L"emptytext", L"refreshtext", L"emptyskin", L"failskin", L"min", L"max", L"value",
+    L"showtext", L"indeterminate", L"wheelalways", L"hinttext", L"retrytext",
 };
 
 const char* const kValues[] = {
@@ -57,6 +61,9 @@ const char* const kValues[] = {
     "img/reddot.png",
     // style codes
     "B1", "HR1", "T5", "W4", "PI3", "IB1_H", "IB5_R", "MB1_B", "MB4_W", "RD1", "RD4", "hr1", "ZZ9",
+    "LB1", "LB2", "PL1", "PL2", "PU1", "PU2", "PG1", "PG4", "NI2", "MI3",
+    // state words
+    "loading", "remind", "complete", "fail", "empty", "LOADING",
     // text
     "\xe8\x87\xaa\xe9\x80\x89", "999+", "1.23%", "+0.00", "left", "center", "right", "top", "middle", "bottom",
     "horz", "vert", "free", "none", "\\n",

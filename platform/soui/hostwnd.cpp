@@ -192,8 +192,8 @@ BOOL SHostWnd::InitFromXml(pugi::xml_node node) {
 BOOL SHostWnd::InitFromXmlText(const wchar_t* xml) {
   pugi::xml_document doc;
   const std::string utf8 = SStringW(xml).ToUtf8();
-  if (!doc.load_buffer(utf8.data(), utf8.size())) {
-    SLOG(kLogError, "SOUI") << L"SHostWnd: malformed layout XML";
+  if (const pugi::xml_parse_result parsed = doc.load_buffer(utf8.data(), utf8.size()); !parsed) {
+    SLOG(kLogError, "SOUI") << L"SHostWnd: malformed layout XML: " << DescribeXmlError(parsed);
     return FALSE;
   }
   return InitFromXml(doc);

@@ -95,7 +95,7 @@ bool QVRichText::AppendContent(const SStringW& xml) {
   const pugi::xml_parse_result res = doc.load_buffer(utf8.data(), utf8.size());
   if (!res) {
     SLOG(kLogError, "SOUI") << L"qvrichtext '" << name_ << L"': paragraph skipped, "
-                            << res.description() << L" at offset " << static_cast<long long>(res.offset);
+                            << DescribeXmlError(res);
     return false;
   }
   const pugi::xml_node root = doc.document_element();

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "soui/layout.h"
+#include "soui/slog.h"
 
 namespace SOUI {
 namespace {
@@ -163,7 +164,10 @@ bool SResProvider::LoadUiDefFile(const SStringW& path) {
   std::string text;
   if (!ReadFile(path, &text)) return false;
   pugi::xml_document doc;
-  if (!doc.load_buffer(text.data(), text.size())) return false;
+  if (const pugi::xml_parse_result parsed = doc.load_buffer(text.data(), text.size()); !parsed) {
+    SLOG(kLogError, "SOUI") << L"resource file " << path << L": malformed XML: " << DescribeXmlError(parsed);
+    return false;
+  }
   pugi::xml_node root = doc.document_element();
   return root && LoadUiDef(root, DirOf(path));
 }
@@ -383,7 +387,11 @@ bool SResProvider::LoadXml(pugi::xml_document& doc, const SStringW& name, const 
   if (it == xml_.end()) return false;
   std::string text = it->second.text;
   if (!it->second.path.IsEmpty() && !ReadFile(it->second.path, &text)) return false;
-  return static_cast<bool>(doc.load_buffer(text.data(), text.size()));
+  if (const pugi::xml_parse_result parsed = doc.load_buffer(text.data(), text.size()); !parsed) {
+    SLOG(kLogError, "SOUI") << type << L":" << name << L": malformed XML: " << DescribeXmlError(parsed);
+    return false;
+  }
+  return true;
 }
 
 int SResProvider::GetNamedId(const SStringW& name) const {

@@ -303,6 +303,11 @@ bool SApplication::RunModalLoop(const std::function<bool()>& done) {
   return true;
 }
 
+bool SApplication::FirstTimeAt(const std::wstring& place) {
+  if (logged_places_.size() >= kMaxLoggedPlaces) logged_places_.clear();
+  return logged_places_.insert(place).second;
+}
+
 IRenderTarget* SApplication::GetMeasureTarget() {
   if (!measure_target_ && render_factory_) measure_target_ = render_factory_->CreateRenderTarget(1, 1);
   return measure_target_.get();

@@ -14,6 +14,8 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "soui/render.h"
@@ -187,8 +189,15 @@ class SApplication {
   IRenderTarget* GetMeasureTarget();
   void SetMeasureTarget(std::unique_ptr<IRenderTarget> rt) { measure_target_ = std::move(rt); }
 
+  // True the first time a key is seen: diagnostics about one place in a
+  // layout (a tag, a name, an attribute) are logged once however often the
+  // layout is loaded. Bounded: past kMaxLoggedPlaces everything is new again.
+  static constexpr size_t kMaxLoggedPlaces = 4096;
+  bool FirstTimeAt(const std::wstring& place);
+
  private:
   TextStyleResolver text_style_resolver_;
+  std::set<std::wstring> logged_places_;
   Options options_;
   SObjectFactory factory_;
   SResProvider res_;

@@ -71,6 +71,11 @@ void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
   attr_values_.append(stored).push_back('\0');
 }
 
+SStringW DescribeXmlError(const pugi::xml_parse_result& result) {
+  return SStringW::FromUtf8(result.description()) + L" at offset " +
+         SStringW::FromUtf8(std::to_string(static_cast<long long>(result.offset)));
+}
+
 BOOL SObject::InitFromXml(pugi::xml_node node) {
   if (!node) return FALSE;
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {

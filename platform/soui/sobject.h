@@ -95,6 +95,9 @@ pugi::xml_attribute XmlAttrNoCase(pugi::xml_node node, const wchar_t* name);
 inline SStringW XmlName(pugi::xml_node n) { return SStringW::FromUtf8(n.name()); }
 inline SStringW XmlName(pugi::xml_attribute a) { return SStringW::FromUtf8(a.name()); }
 inline SStringW XmlValue(pugi::xml_attribute a) { return SStringW::FromUtf8(a.value()); }
+// pugixml's reason for refusing a document and where: "Start-end tags
+// mismatch at offset 57".
+SStringW DescribeXmlError(const pugi::xml_parse_result& result);
 
 // Reads the value of a boolean attribute: only "0" and "false" are false.
 bool ParseBool(const SStringW& value);

@@ -602,12 +602,7 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     return AfterAttribute(name, value, loading, S_OK);
   }
   if (IsLayoutAttr(attr)) {
-    if (!layout_param_.SetAttribute(name, value)) {
-      SLOG(kLogWarn, "SOUI") << GetObjectClass() << L" name='" << name_ << L"': " << name << L"=\""
-                             << value << L"\" is malformed or out of range (sizes up to "
-                             << static_cast<int>(SLayoutSize::kMaxValue) << L"); ignored";
-      return E_FAIL;
-    }
+    if (!layout_param_.SetAttribute(name, value)) return E_FAIL;  // logged by the layout loader
     RequestRelayout();
     return AfterAttribute(name, value, loading, S_FALSE);
   }
@@ -659,7 +654,7 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
       hr = S_OK;
       break;
     }
-    default: return E_FAIL;
+    default: return E_NOTIMPL;  // no window attribute of that name
   }
   return AfterAttribute(name, value, loading, hr);
 }

@@ -484,6 +484,9 @@ class SWindow : public SObject {
   void ShiftUnplacedDescendants(int dx, int dy);
   // Pieces of XML creation kept off the recursive path (see CreateChildFromXml).
   [[gnu::noinline]] void ApplyXmlAttributes(pugi::xml_node node);
+  // One log line per place (class, name, attribute) for an attribute of the
+  // layout that the window does not know or whose value it refused.
+  void ReportRejectedAttribute(pugi::xml_node node, const SStringW& name, const SStringW& value, HRESULT hr);
   [[gnu::noinline]] SWindow* CreateWindowFromXml(pugi::xml_node child);
   [[gnu::noinline]] SWindow* CreateIncludeFromXml(pugi::xml_node child);
   [[gnu::noinline]] static void ReportTooDeep(pugi::xml_node child);

@@ -98,7 +98,9 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
       SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
                              << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
-    SetAttribute(XmlName(a), value, TRUE);
+    const SStringW name = XmlName(a);
+    const HRESULT hr = SetAttribute(name, value, TRUE);
+    if (FAILED(hr)) ReportRejectedAttribute(node, name, value, hr);
   }
   // Non-blank inner text overrides the text attribute.
   bool cut = false;
@@ -111,6 +113,20 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   if (!trimmed.Trim().IsEmpty()) {
     inner.Replace(L"\\n", L"\n");
     SetWindowText(trimmed);
+  }
+}
+
+void SWindow::ReportRejectedAttribute(pugi::xml_node node, const SStringW& name, const SStringW& value,
+                                      HRESULT hr) {
+  SApplication* app = SApplication::getSingletonPtr();
+  const SStringW place = XmlName(node) + L"|" + name_ + L"|" + name;
+  if (app && !app->FirstTimeAt(place.str())) return;
+  if (hr == E_NOTIMPL) {
+    SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': unknown attribute " << name << L"=\""
+                           << value << L"\"; ignored";
+  } else {
+    SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': " << name << L"=\"" << value
+                           << L"\" is malformed or out of range; ignored";
   }
 }
 
@@ -134,8 +150,8 @@ BOOL SWindow::CreateChildren(const wchar_t* xml) {
   if (!xml) return FALSE;
   pugi::xml_document doc;
   const std::string utf8 = SStringW(xml).ToUtf8();
-  if (!doc.load_buffer(utf8.data(), utf8.size())) {
-    SLOG(kLogError, "SOUI") << L"CreateChildren: malformed XML";
+  if (const pugi::xml_parse_result parsed = doc.load_buffer(utf8.data(), utf8.size()); !parsed) {
+    SLOG(kLogError, "SOUI") << L"CreateChildren: malformed XML: " << DescribeXmlError(parsed);
     return FALSE;
   }
   return CreateChildren(doc);
