@@ -4,10 +4,13 @@
 #include "display/market_values.h"
 #include "display/reddots.h"
 #include "display/tags.h"
+#include "display/legend.h"
+#include "display/text_ctrls.h"
 #include "edits/qv_edit.h"
 #include "edits/qv_editcom.h"
 #include "edits/qv_editpwd.h"
 #include "framework/style_tables.h"
+#include "popups/custom_dialog.h"
 #include "popups/tooltip.h"
 #include "soui/sapp.h"
 #include "state/combobox.h"
@@ -27,6 +30,13 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVButton>();
   factory.RegisterWindowClass<QVIconButton>();
   factory.RegisterWindowClass<QVSwitchButton>();
+  // Text, links, checks and legends.
+  factory.RegisterWindowClass<CQVStatic>();
+  factory.RegisterWindowClass<CQVLink>();
+  factory.RegisterWindowClass<CQVMultiLink>();
+  factory.RegisterWindowClass<CQVCheck>();
+  factory.RegisterWindowClass<CQVRadio>();
+  factory.RegisterWindowClass<CQVLegend>();
   // Market values.
   factory.RegisterWindowClass<CQVRedGreenStatic>();
   factory.RegisterWindowClass<CQVRiseFallPrice>();
@@ -61,6 +71,9 @@ void RegisterQVStandardCtrls(SOUI::SObjectFactory& factory) {
   factory.RegisterWindowClass<CQVCommTabItem>();
   // Popups.
   factory.RegisterWindowClass<CQVToolTip>();
+  QVDialogClasses::Register(CQVCustomDialog::GetClassName(), [](const wchar_t* layout) {
+    return std::unique_ptr<SOUI::SHostDialog>(new CQVCustomDialog(layout));
+  });
   // State controls.
   factory.RegisterWindowClass<QVTopLoadingBar>();
   factory.RegisterWindowClass<QVBottomLoadingBar>();

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "framework/qv_export.h"
 #include "soui/render.h"
 #include "soui/sstring.h"
 
@@ -17,7 +18,7 @@ namespace QVStandardCtrls {
 // costs no frame. The control calls Update after anything that may change
 // either (its state, OnShowWindow, OnCreate, OnPaint: a paint is the first
 // sign that a hidden ancestor showed again) and Stop in OnDestroy.
-class QVFrameTicker : public SOUI::ITimelineHandler {
+class QVSTDCTRLS_API QVFrameTicker : public SOUI::ITimelineHandler {
  public:
   // animating: whether the control has something moving, visibility aside.
   explicit QVFrameTicker(std::function<bool()> animating) : animating_(std::move(animating)) {}
@@ -55,7 +56,7 @@ class QVFrameTicker : public SOUI::ITimelineHandler {
 //   anything else    shows at once
 // Timers are the window's (ids kDelayTimer and kMinShowTimer), so a
 // destroyed window takes them along.
-class QVStateGate {
+class QVSTDCTRLS_API QVStateGate {
  public:
   static constexpr int kDelayTimer = 0x51A1;
   static constexpr int kMinShowTimer = 0x51A2;

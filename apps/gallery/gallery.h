@@ -27,6 +27,9 @@ void InstallTextInputPage(SOUI::SWindow* root);
 void InstallStatePage(SOUI::SWindow* root);
 // The toast and tooltip page's part: toasts go over this host.
 void InstallToastPage(SOUI::SHostWnd& host);
+// The text and dialogs page's part: message boxes and the custom dialog
+// open over this host.
+void InstallDialogsPage(SOUI::SHostWnd& host);
 
 struct WindowOptions {
   std::string screenshot;  // captured from the real window before closing

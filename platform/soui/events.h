@@ -33,6 +33,7 @@ enum : int {
   EVT_LBUTTONDOWN = 8107,
   EVT_LBUTTONUP = 8108,
   EVT_UPDATE_TOOLTIP = 8109,
+  EVT_CAPTION_DBLCLK = 8110,
   EVT_KEYDOWN = 8200,
   EVT_MOUSE_HOVER = 9000,
   EVT_MOUSE_LEAVE = 9001,
@@ -116,6 +117,13 @@ class EventSwndVisibleChanged : public EventArgs {
   using EventArgs::EventArgs;
 };
 
+// A double click on a host's caption (maximise or restore, by the host's rule).
+class EventCaptionDblClk : public EventArgs {
+  SOUI_EVENT_ID(EVT_CAPTION_DBLCLK, L"on_caption_dblclick")
+ public:
+  using EventArgs::EventArgs;
+};
+
 class EventSwndMouseHover : public EventArgs {
   SOUI_EVENT_ID(EVT_MOUSE_HOVER, L"on_mouse_hover")
  public:
@@ -178,6 +186,27 @@ class EventRENotify : public EventArgs {
 
 // A subscriber: returns true when it handled the event.
 using EventHandler = std::function<bool(EventArgs*)>;
+
+// A subscriber object that registries copy (the toolkit's slot functor):
+// Clone makes the copy a registry keeps, so the caller's may go away.
+class ISlotFunctor {
+ public:
+  virtual ~ISlotFunctor() = default;
+  virtual bool operator()(EventArgs* evt) = 0;
+  virtual ISlotFunctor* Clone() const = 0;
+};
+
+// Any callable as a slot functor.
+class FunctionSlot : public ISlotFunctor {
+ public:
+  explicit FunctionSlot(EventHandler fn) : fn_(std::move(fn)) {}
+  bool operator()(EventArgs* evt) override { return fn_ ? fn_(evt) : false; }
+  ISlotFunctor* Clone() const override { return new FunctionSlot(fn_); }
+
+ private:
+  EventHandler fn_;
+};
+inline FunctionSlot Subscriber(EventHandler fn) { return FunctionSlot(std::move(fn)); }
 
 // The subscribers of one window, keyed by event id.
 class EventSet {

@@ -179,6 +179,8 @@ class SHostWnd : public ISwndContainer {
   // The backend reports the native window gaining or losing the keyboard
   // focus (another application's window took it).
   void OnNativeActivate(bool active);
+  // This host became the active one, or stopped being it.
+  virtual void OnActivate(bool active) { (void)active; }
   void SetBackend(std::shared_ptr<IHostBackend> backend) { backend_ = std::move(backend); }
   IHostBackend* GetBackend() const { return backend_.get(); }
 

@@ -151,7 +151,13 @@ void SApplication::SetActiveHost(SHostWnd* host) {
   // "Nobody" is told again: the window system may report losing a focus we
   // never saw arrive.
   if (host && host == active_) return;
+  SHostWnd* old = active_;
   active_ = host;
+  // Only hosts still registered hear it: a host going away hands activation
+  // on from its own destructor.
+  auto alive = [this](SHostWnd* h) { return std::find(hosts_.begin(), hosts_.end(), h) != hosts_.end(); };
+  if (old && old != host && alive(old)) old->OnActivate(false);
+  if (host && alive(host)) host->OnActivate(true);
   ForEachInputHook([host](IHostInputHook* h) {
     h->OnActiveHostChanged(host);
     return false;

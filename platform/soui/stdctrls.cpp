@@ -159,6 +159,14 @@ CSize SImageButton::GetDesiredSize(int width, int height) {
                p->IsWrapContent(Orientation::Vert) ? skin.cy : base.cy);
 }
 
+SCaption::SCaption() { GetEventSet()->addEvent(EventCaptionDblClk::EventID, EventCaptionDblClk::EventName()); }
+
+void SCaption::OnLButtonDblClk(UINT flags, CPoint pt) {
+  SWindow::OnLButtonDblClk(flags, pt);
+  EventCaptionDblClk evt(this);
+  FireEvent(evt);
+}
+
 void RegisterStandardControls(SObjectFactory& factory) {
   factory.RegisterWindowClass<SWindow>();
   factory.RegisterWindowClass<SStatic>();

@@ -61,9 +61,13 @@ class SImageButton : public SButton {
 };
 
 // "caption": the draggable title area of a host. Moving the native window
-// is the backend's job; the control itself only passes clicks on.
+// is the backend's job; the control itself only passes clicks on, and
+// raises on_caption_dblclick on a double click for the host to decide.
 class SCaption : public SWindow {
   SOUI_CLASS_NAME(SCaption, SWindow, L"caption")
+ public:
+  SCaption();
+  void OnLButtonDblClk(UINT flags, CPoint pt) override;
 };
 
 class SObjectFactory;
