@@ -1,0 +1,967 @@
+// Sections: metrics and colours · CQVMenuView (rows, paint, mouse) ·
+// CQVMenuWnd · QVMenuTracker (levels, placement, input, nested loop) ·
+// IQVMenu · IQVMultiSelMenu.
+#include "popups/menu.h"
+
+#include <algorithm>
+
+#include "qvhost/qvlog.h"
+#include "soui/sapp.h"
+#include "soui/swnd.h"
+
+namespace QVStandardCtrls {
+
+using SOUI::CPoint;
+using SOUI::CRect;
+using SOUI::CSize;
+using SOUI::SStringW;
+
+namespace {
+
+// Sizes in dp.
+constexpr int kPadY = 4;         // above the first row and below the last
+constexpr int kRowH = 28;
+constexpr int kSepH = 9;
+constexpr int kPadX = 8;
+constexpr int kCheckW = 16;
+constexpr int kIconW = 16;
+constexpr int kGap = 8;
+constexpr int kShortcutGap = 24;
+constexpr int kArrowW = 8;
+constexpr int kMinW = 160;
+constexpr int kMaxW = 360;
+constexpr int kHotInset = 4;     // the highlight stands off the border
+constexpr int kRadius = 4;
+
+int Dp(int v, int scale) { return v * scale / 100; }
+
+// A colour of the menu table, or the light theme's value when the theme
+// lacks it.
+COLORREF MenuColor(const wchar_t* name, COLORREF fallback) {
+  COLORREF c = fallback;
+  if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
+    app->GetResProvider().ResolveColor(SStringW(L"@color\\style_qv_menu\\") + name, &c);
+  }
+  return c;
+}
+
+CSize MeasureLabel(const SStringW& text, int scale) {
+  SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
+  SOUI::IRenderTarget* rt = app ? app->GetMeasureTarget() : nullptr;
+  if (!rt || text.IsEmpty()) return CSize();
+  SOUI::IFontPtr old = rt->SelectFont(app->GetResProvider().GetDefaultFontObject(scale));
+  SIZE sz{0, 0};
+  rt->MeasureText(text.c_str(), std::min(text.GetLength(), SOUI::kMaxRenderTextLength), &sz);
+  rt->SelectFont(old);
+  return CSize(sz.cx, sz.cy);
+}
+
+void FillRound(SOUI::IRenderTarget* rt, const CRect& rc, int radius, COLORREF color) {
+  SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(color));
+  SOUI::IPenPtr old_pen = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, color, 0));
+  rt->FillRoundRect(&rc, POINT{radius, radius});
+  rt->SelectPen(old_pen);
+  rt->SelectBrush(old);
+}
+
+void Polyline(SOUI::IRenderTarget* rt, const POINT* pts, int n, COLORREF color, int width) {
+  SOUI::IPenPtr old = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, color, std::max(width, 1)));
+  rt->DrawLines(pts, n);
+  rt->SelectPen(old);
+}
+
+// A tick filling box.
+void DrawTick(SOUI::IRenderTarget* rt, const CRect& box, COLORREF color, int scale) {
+  const int w = box.Width(), h = box.Height();
+  const POINT pts[] = {{box.left + w * 2 / 10, box.top + h * 5 / 10},
+                       {box.left + w * 4 / 10, box.top + h * 7 / 10},
+                       {box.left + w * 8 / 10, box.top + h * 3 / 10}};
+  Polyline(rt, pts, 3, color, Dp(2, scale));
+}
+
+bool Selectable(const QVMenuAttr& a) { return !a.separator && a.enabled; }
+
+}  // namespace
+
+class QVMenuTracker;
+
+// What a row does besides its record's command.
+enum class MenuRole { kCommand, kSelectAll, kClear, kOk };
+
+// ---- CQVMenuView ----------------------------------------------------------------
+
+// The rows of one menu level, painted from its own state; mouse input goes
+// to the tracker.
+class CQVMenuView : public SOUI::SWindow {
+  SOUI_CLASS_NAME(CQVMenuView, SOUI::SWindow, L"qvmenuview")
+
+ public:
+  CQVMenuView(QVMenuTracker* tracker, int level) : tracker_(tracker), level_(level) {}
+
+  void SetRows(std::vector<QVMenuAttr> rows, std::vector<MenuRole> roles, bool multi, int scale);
+  // The size the rows want (width clamped, height uncut).
+  CSize WantedSize() const { return wanted_; }
+  int Count() const { return static_cast<int>(rows_.size()); }
+  const QVMenuAttr* Row(int i) const { return i >= 0 && i < Count() ? &rows_[i] : nullptr; }
+  QVMenuAttr* MutableRow(int i) { return i >= 0 && i < Count() ? &rows_[i] : nullptr; }
+  MenuRole Role(int i) const { return i >= 0 && i < Count() ? roles_[i] : MenuRole::kCommand; }
+  int Hot() const { return hot_; }
+  int Top() const { return top_; }
+  void SetHot(int row, bool ensure_visible);
+  CRect RowRect(int row) const;
+  int RowAt(CPoint pt) const;
+  void ScrollTo(int top);
+  void Detach() { tracker_ = nullptr; }
+
+  void OnPaint(SOUI::IRenderTarget* rt) override;
+  void OnEraseBkgnd(SOUI::IRenderTarget* rt) override { (void)rt; }
+  void OnMouseMove(UINT flags, CPoint pt) override;
+  void OnMouseLeave() override;
+  void OnLButtonDown(UINT flags, CPoint pt) override;
+  void OnLButtonUp(UINT flags, CPoint pt) override;
+  BOOL OnMouseWheel(UINT flags, short delta, CPoint pt) override;
+
+ private:
+  int Avail() const { return std::max(0, GetClientRect().Height() - 2 * Dp(kPadY, scale_)); }
+  int MaxTop() const;
+  void PaintRow(SOUI::IRenderTarget* rt, int i, const CRect& rc);
+
+  QVMenuTracker* tracker_;
+  int level_;
+  std::vector<QVMenuAttr> rows_;
+  std::vector<MenuRole> roles_;
+  std::vector<int> ys_;  // each row's top from the first row's, and the end
+  bool multi_ = false;
+  bool has_icon_ = false;
+  int scale_ = 100;
+  int text_w_ = 0, shortcut_w_ = 0;
+  CSize wanted_;
+  int hot_ = -1;
+  int top_ = 0;
+};
+
+// ---- QVMenuTracker ----------------------------------------------------------------
+
+// One tracking call: the open levels, the input hook and the nested loop.
+class QVMenuTracker : public SOUI::IHostInputHook {
+ public:
+  QVMenuTracker(HWND owner, bool multi) : owner_(owner), multi_(multi) {}
+  ~QVMenuTracker() override { Cleanup(); }
+
+  // Shows the menu and runs until chosen or dismissed; false when refused.
+  bool Run(const QVMenuItems& items, const CRect& anchor, bool at_point);
+  UINT Result() const { return result_; }
+  bool Accepted() const { return accepted_; }
+  // Rows of level 0 as they ended (multi-selection: their ticks).
+  std::vector<QVMenuAttr> FinalRows() const { return final_rows_; }
+
+  CQVMenuWnd* Level(int level) const;
+  const SStringW& ShownTip() const { return tip_text_; }
+
+  // From the views.
+  void OnViewMove(int level, int row);
+  void OnViewLeave(int level);
+  void OnViewPress(int level, int row);
+  void OnViewRelease(int level, int row);
+
+  // ---- IHostInputHook ----
+  bool OnHostPress(SOUI::SHostWnd* host, UINT msg, CPoint pt) override;
+  bool OnHostKey(SOUI::SHostWnd* host, UINT msg, UINT code, UINT flags) override;
+  void OnHostChanged(SOUI::SHostWnd* host) override;
+  void OnActiveHostChanged(SOUI::SHostWnd* active) override;
+  void OnSwndRemoved(SOUI::SHostWnd* host, SOUI::SWindow* wnd) override { (void)host, (void)wnd; }
+
+  static QVMenuTracker* ms_active;
+
+ private:
+  struct OpenMenu {
+    std::unique_ptr<CQVMenuWnd> wnd;
+    std::vector<const QVMenuItems*> path;  // the lists open down to this one
+  };
+  bool OpenLevel(const QVMenuItems& items, std::vector<const QVMenuItems*> path, const CRect& anchor,
+                 bool at_point);
+  // Closes every level deeper than level.
+  void CloseAfter(int level);
+  void OpenSubmenu(int level, int row, bool select_first);
+  void Activate(int level, int row);
+  void Dismiss();
+  void Finish(UINT id);
+  bool IsOurs(const SOUI::SHostWnd* host) const;
+  void MoveHot(int level, int dir, bool from_end);
+  void JumpToLetter(int level, wchar_t ch);
+  void ScheduleHover(int level, int row);
+  void KillTimers();
+  void ShowTip(int level, int row);
+  void HideTip();
+  void Cleanup();
+  CQVMenuView* View(int level) const;
+  int Innermost() const { return static_cast<int>(levels_.size()) - 1; }
+
+  HWND owner_;
+  SOUI::SHostWnd* owner_host_ = nullptr;
+  bool multi_;
+  std::vector<OpenMenu> levels_;
+  std::vector<std::unique_ptr<SOUI::SHostWnd>> closed_;  // deleted after the loop
+  std::unique_ptr<SOUI::SHostWnd> tip_;
+  SStringW tip_text_;
+  std::vector<QVMenuAttr> final_rows_;
+  SOUI::SClock::TimerId hover_timer_ = 0, tip_timer_ = 0;
+  int listener_ = -1;
+  bool hooked_ = false;
+  bool done_ = false;
+  bool accepted_ = false;
+  bool destroying_ = false;
+  UINT result_ = 0;
+};
+
+QVMenuTracker* QVMenuTracker::ms_active = nullptr;
+
+// ---- CQVMenuView ------------------------------------------------------------------
+
+void CQVMenuView::SetRows(std::vector<QVMenuAttr> rows, std::vector<MenuRole> roles, bool multi, int scale) {
+  rows_ = std::move(rows);
+  roles_ = std::move(roles);
+  roles_.resize(rows_.size(), MenuRole::kCommand);
+  multi_ = multi;
+  scale_ = scale;
+  has_icon_ = false;
+  bool has_arrow = false;
+  text_w_ = shortcut_w_ = 0;
+  ys_.assign(1, 0);
+  for (const QVMenuAttr& r : rows_) {
+    ys_.push_back(ys_.back() + Dp(r.separator ? kSepH : kRowH, scale));
+    if (r.separator) continue;
+    has_icon_ = has_icon_ || !r.icon_skin.IsEmpty();
+    has_arrow = has_arrow || (r.submenu && !multi);
+    text_w_ = std::max<int>(text_w_, MeasureLabel(r.text, scale).cx);
+    shortcut_w_ = std::max<int>(shortcut_w_, MeasureLabel(r.shortcut, scale).cx);
+  }
+  int w = Dp(kPadX, scale) + Dp(kCheckW + kGap, scale) + (has_icon_ ? Dp(kIconW + kGap, scale) : 0) + text_w_;
+  if (shortcut_w_ > 0) w += Dp(kShortcutGap, scale) + shortcut_w_;
+  if (has_arrow) w += Dp(kGap + kArrowW, scale);
+  w += Dp(kPadX + kHotInset, scale);
+  wanted_ = CSize(std::clamp(w, Dp(kMinW, scale), Dp(kMaxW, scale)), ys_.back() + 2 * Dp(kPadY, scale));
+}
+
+int CQVMenuView::MaxTop() const {
+  const int avail = Avail();
+  for (int t = 0; t < Count(); ++t) {
+    if (ys_.back() - ys_[t] <= avail) return t;
+  }
+  return std::max(0, Count() - 1);
+}
+
+void CQVMenuView::ScrollTo(int top) {
+  top = std::clamp(top, 0, MaxTop());
+  if (top == top_) return;
+  top_ = top;
+  Invalidate();
+}
+
+void CQVMenuView::SetHot(int row, bool ensure_visible) {
+  if (row < -1 || row >= Count()) row = -1;
+  if (ensure_visible && row >= 0) {
+    if (row < top_) {
+      ScrollTo(row);
+    } else {
+      int t = top_;
+      while (t < row && ys_[row + 1] - ys_[t] > Avail()) ++t;
+      ScrollTo(t);
+    }
+  }
+  if (row == hot_) return;
+  hot_ = row;
+  Invalidate();
+}
+
+CRect CQVMenuView::RowRect(int row) const {
+  if (row < top_ || row >= Count()) return CRect();
+  const CRect client = GetClientRect();
+  const int y0 = client.top + Dp(kPadY, scale_);
+  const int top = y0 + ys_[row] - ys_[top_];
+  const int bottom = std::min<int>(y0 + ys_[row + 1] - ys_[top_], client.bottom - Dp(kPadY, scale_));
+  if (bottom <= top) return CRect();
+  return CRect(client.left, top, client.right, bottom);
+}
+
+int CQVMenuView::RowAt(CPoint pt) const {
+  for (int i = top_; i < Count(); ++i) {
+    const CRect rc = RowRect(i);
+    if (rc.IsRectEmpty()) break;
+    if (rc.PtInRect(pt)) return i;
+  }
+  return -1;
+}
+
+void CQVMenuView::OnPaint(SOUI::IRenderTarget* rt) {
+  const CRect client = GetClientRect();
+  const COLORREF bg = MenuColor(L"bg", RGBA(0xFF, 0xFF, 0xFF, 0xFF));
+  const COLORREF border = MenuColor(L"border", RGBA(0xE5, 0xE6, 0xEB, 0xFF));
+  rt->FillSolidRect(&client, border);
+  CRect inner = client;
+  inner.DeflateRect(1, 1);
+  rt->FillSolidRect(&inner, bg);
+  SOUI::IFontPtr old_font = rt->SelectFont(SOUI::SApplication::getSingleton().GetResProvider().GetDefaultFontObject(scale_));
+  CRect rows = client;
+  rows.DeflateRect(1, Dp(kPadY, scale_));
+  rt->PushClipRect(&rows);
+  for (int i = top_; i < Count(); ++i) {
+    const CRect rc = RowRect(i);
+    if (rc.IsRectEmpty()) break;
+    PaintRow(rt, i, rc);
+  }
+  rt->PopClip();
+  if (MaxTop() > 0) {
+    // Where the shown rows are in the whole list.
+    const int track = rows.Height(), total = std::max(1, ys_.back());
+    const int thumb = std::max(Dp(12, scale_), static_cast<int>(static_cast<long long>(track) * track / total));
+    const int y = rows.top + static_cast<int>(static_cast<long long>(track - thumb) * top_ / std::max(1, MaxTop()));
+    const CRect bar(rows.right - Dp(4, scale_), y, rows.right - Dp(1, scale_), y + thumb);
+    FillRound(rt, bar, Dp(2, scale_), MenuColor(L"separator", RGBA(0xE5, 0xE6, 0xEB, 0xFF)));
+  }
+  rt->SelectFont(old_font);
+}
+
+void CQVMenuView::PaintRow(SOUI::IRenderTarget* rt, int i, const CRect& rc) {
+  const QVMenuAttr& r = rows_[i];
+  const int s = scale_;
+  if (r.separator) {
+    const int y = (rc.top + rc.bottom) / 2;
+    const CRect line(rc.left + Dp(kPadX, s), y, rc.right - Dp(kPadX, s), y + std::max(1, Dp(1, s)));
+    rt->FillSolidRect(&line, MenuColor(L"separator", RGBA(0xE5, 0xE6, 0xEB, 0xFF)));
+    return;
+  }
+  const MenuRole role = roles_[i];
+  const COLORREF check = MenuColor(L"check", RGBA(0x2F, 0x6B, 0xFF, 0xFF));
+  if (i == hot_ && r.enabled) {
+    CRect hot = rc;
+    hot.DeflateRect(Dp(kHotInset, s), 0);
+    FillRound(rt, hot, Dp(kRadius, s), MenuColor(L"hover", RGBA(0xF2, 0xF3, 0xF5, 0xFF)));
+  }
+  COLORREF text = MenuColor(L"text", RGBA(0x1F, 0x23, 0x29, 0xFF));
+  if (!r.enabled) text = MenuColor(L"text_disabled", RGBA(0xC2, 0xC7, 0xCF, 0xFF));
+  else if (r.danger) text = MenuColor(L"text_danger", RGBA(0xF2, 0x3B, 0x3B, 0xFF));
+  else if (role == MenuRole::kOk) text = check;
+  if (role == MenuRole::kOk) {
+    // OK stands alone, centred, as a button would.
+    CRect t = rc;
+    rt->SetTextColor(text);
+    rt->DrawText(r.text.c_str(), r.text.GetLength(), &t,
+                 SOUI::DT_SINGLELINE | SOUI::DT_VCENTER | SOUI::DT_CENTER | SOUI::DT_NOPREFIX);
+    return;
+  }
+  int x = rc.left + Dp(kPadX + kHotInset, s);
+  const int cy = (rc.top + rc.bottom) / 2;
+  const int box = Dp(14, s);
+  const CRect mark(x + (Dp(kCheckW, s) - box) / 2, cy - box / 2, x + (Dp(kCheckW, s) - box) / 2 + box, cy - box / 2 + box);
+  if (multi_ && role == MenuRole::kCommand) {
+    // A check box: ticked in the accent colour, else an outline.
+    if (r.checked) {
+      FillRound(rt, mark, Dp(2, s), r.enabled ? check : text);
+      CRect tick = mark;
+      tick.DeflateRect(Dp(1, s), Dp(1, s));
+      DrawTick(rt, tick, MenuColor(L"bg", RGBA(0xFF, 0xFF, 0xFF, 0xFF)), s);
+    } else {
+      FillRound(rt, mark, Dp(2, s), MenuColor(L"border_strong", RGBA(0xC9, 0xCD, 0xD4, 0xFF)));
+      CRect hole = mark;
+      hole.DeflateRect(std::max(1, Dp(1, s)), std::max(1, Dp(1, s)));
+      FillRound(rt, hole, Dp(1, s), MenuColor(L"bg", RGBA(0xFF, 0xFF, 0xFF, 0xFF)));
+    }
+  } else if (r.checked && r.radio_group != 0) {
+    const int d = Dp(6, s);
+    const CRect dot(mark.left + (box - d) / 2, cy - d / 2, mark.left + (box - d) / 2 + d, cy - d / 2 + d);
+    SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(r.enabled ? check : text));
+    rt->FillEllipse(&dot);
+    rt->SelectBrush(old);
+  } else if (r.checked) {
+    DrawTick(rt, mark, r.enabled ? check : text, s);
+  }
+  x += Dp(kCheckW + kGap, s);
+  if (has_icon_) {
+    if (!r.icon_skin.IsEmpty()) {
+      SOUI::ISkinObjPtr skin = SOUI::SApplication::getSingleton().GetResProvider().GetSkin(r.icon_skin, s);
+      if (skin) {
+        const int iw = Dp(kIconW, s);
+        const CRect ic(x, cy - iw / 2, x + iw, cy - iw / 2 + iw);
+        skin->DrawByIndex(rt, &ic, 0, r.enabled ? 0xFF : 0x66);
+      }
+    }
+    x += Dp(kIconW + kGap, s);
+  }
+  int right = rc.right - Dp(kPadX + kHotInset, s);
+  if (r.submenu && !multi_) {
+    // The chevron of a submenu row.
+    const int h = Dp(4, s), ax = right - Dp(kArrowW, s) / 2;
+    const POINT pts[] = {{ax - h / 2, cy - h}, {ax + h / 2, cy}, {ax - h / 2, cy + h}};
+    Polyline(rt, pts, 3, text, std::max(1, Dp(1, s) * 3 / 2));
+    right -= Dp(kArrowW + kGap, s);
+  } else if (Count() > 0 && wanted_.cx > 0) {
+    // Keep shortcuts aligned with those of rows that have an arrow.
+    for (const QVMenuAttr& o : rows_) {
+      if (o.submenu && !multi_) {
+        right -= Dp(kArrowW + kGap, s);
+        break;
+      }
+    }
+  }
+  const UINT fmt = SOUI::DT_SINGLELINE | SOUI::DT_VCENTER | SOUI::DT_NOPREFIX | SOUI::DT_END_ELLIPSIS;
+  if (!r.shortcut.IsEmpty()) {
+    CRect sc(right - shortcut_w_, rc.top, right, rc.bottom);
+    rt->SetTextColor(r.enabled ? MenuColor(L"text_shortcut", RGBA(0x86, 0x90, 0x9C, 0xFF)) : text);
+    rt->DrawText(r.shortcut.c_str(), r.shortcut.GetLength(), &sc, fmt | SOUI::DT_RIGHT);
+    right -= shortcut_w_ + Dp(kShortcutGap, s);
+  }
+  CRect t(x, rc.top, std::max(x, right), rc.bottom);
+  rt->SetTextColor(text);
+  rt->DrawText(r.text.c_str(), std::min(r.text.GetLength(), SOUI::kMaxRenderTextLength), &t, fmt);
+}
+
+void CQVMenuView::OnMouseMove(UINT flags, CPoint pt) {
+  SWindow::OnMouseMove(flags, pt);
+  if (tracker_) tracker_->OnViewMove(level_, RowAt(pt));
+}
+
+void CQVMenuView::OnMouseLeave() {
+  SWindow::OnMouseLeave();
+  if (tracker_) tracker_->OnViewLeave(level_);
+}
+
+void CQVMenuView::OnLButtonDown(UINT flags, CPoint pt) {
+  SWindow::OnLButtonDown(flags, pt);
+  if (tracker_) tracker_->OnViewPress(level_, RowAt(pt));
+}
+
+void CQVMenuView::OnLButtonUp(UINT flags, CPoint pt) {
+  SWindow::OnLButtonUp(flags, pt);
+  if (tracker_) tracker_->OnViewRelease(level_, RowAt(pt));
+}
+
+BOOL CQVMenuView::OnMouseWheel(UINT flags, short delta, CPoint pt) {
+  (void)flags;
+  ScrollTo(top_ - delta / 120 * 3);
+  if (tracker_) tracker_->OnViewMove(level_, RowAt(pt));
+  return TRUE;
+}
+
+// ---- CQVMenuWnd -------------------------------------------------------------------
+
+CQVMenuWnd::CQVMenuWnd() = default;
+CQVMenuWnd::~CQVMenuWnd() = default;
+
+int CQVMenuWnd::GetRowCount() const { return view_ ? view_->Count() : 0; }
+int CQVMenuWnd::GetHotRow() const { return view_ ? view_->Hot() : -1; }
+int CQVMenuWnd::GetTopRow() const { return view_ ? view_->Top() : 0; }
+const QVMenuAttr* CQVMenuWnd::GetRow(int row) const { return view_ ? view_->Row(row) : nullptr; }
+CRect CQVMenuWnd::GetRowRect(int row) const { return view_ ? view_->RowRect(row) : CRect(); }
+
+int CQVMenuWnd::FindRow(UINT id) const {
+  for (int i = 0; i < GetRowCount(); ++i) {
+    if (!GetRow(i)->separator && GetRow(i)->id == id) return i;
+  }
+  return -1;
+}
+
+// A small bubble beside a disabled row saying why.
+class CQVMenuTipView : public SOUI::SWindow {
+  SOUI_CLASS_NAME(CQVMenuTipView, SOUI::SWindow, L"qvmenutip")
+
+ public:
+  explicit CQVMenuTipView(const SStringW& text) : text_(text) {}
+  void OnEraseBkgnd(SOUI::IRenderTarget* rt) override { (void)rt; }
+  void OnPaint(SOUI::IRenderTarget* rt) override {
+    const CRect rc = GetClientRect();
+    const int s = GetScale();
+    rt->FillSolidRect(&rc, MenuColor(L"tip_bg", RGBA(0x4A, 0x55, 0x68, 0xFF)));
+    SOUI::IFontPtr old = rt->SelectFont(SOUI::SApplication::getSingleton().GetResProvider().GetDefaultFontObject(s));
+    CRect t = rc;
+    t.DeflateRect(Dp(8, s), 0);
+    rt->SetTextColor(MenuColor(L"tip_text", RGBA(0xFF, 0xFF, 0xFF, 0xFF)));
+    rt->DrawText(text_.c_str(), std::min(text_.GetLength(), SOUI::kMaxRenderTextLength), &t,
+                 SOUI::DT_SINGLELINE | SOUI::DT_VCENTER | SOUI::DT_NOPREFIX | SOUI::DT_END_ELLIPSIS);
+    rt->SelectFont(old);
+  }
+
+ private:
+  SStringW text_;
+};
+
+class CQVMenuTipWnd : public SOUI::SHostWnd {
+ public:
+  bool IsPopupWindow() const override { return true; }
+};
+
+// ---- QVMenuTracker: levels and placement ----------------------------------------------
+
+CQVMenuView* QVMenuTracker::View(int level) const {
+  return level >= 0 && level < static_cast<int>(levels_.size()) ? levels_[level].wnd->view_ : nullptr;
+}
+
+CQVMenuWnd* QVMenuTracker::Level(int level) const {
+  if (level < 0) level = Innermost();
+  return level >= 0 && level < static_cast<int>(levels_.size()) ? levels_[level].wnd.get() : nullptr;
+}
+
+bool QVMenuTracker::IsOurs(const SOUI::SHostWnd* host) const {
+  if (!host) return false;
+  if (host == tip_.get()) return true;
+  for (const OpenMenu& l : levels_) {
+    if (l.wnd.get() == host) return true;
+  }
+  return false;
+}
+
+bool QVMenuTracker::OpenLevel(const QVMenuItems& items, std::vector<const QVMenuItems*> path, const CRect& anchor,
+                              bool at_point) {
+  SOUI::SApplication& app = SOUI::SApplication::getSingleton();
+  const int level = static_cast<int>(levels_.size());
+  const int scale = app.GetZoom();
+  std::vector<QVMenuAttr> rows;
+  std::vector<MenuRole> roles;
+  if (multi_) {
+    rows.push_back(QVMenuAttr::Item(IQVMultiSelMenu::kSelectAllId, L"Select all"));
+    rows.push_back(QVMenuAttr::Item(IQVMultiSelMenu::kClearId, L"Clear"));
+    rows.push_back(QVMenuAttr::Separator());
+    roles = {MenuRole::kSelectAll, MenuRole::kClear, MenuRole::kCommand};
+  }
+  for (const QVMenuAttr& item : items) {
+    rows.push_back(item);
+    roles.push_back(MenuRole::kCommand);
+    QVMenuAttr& r = rows.back();
+    if (multi_) r.submenu.reset();
+    if (!r.submenu) continue;
+    if (level + 1 >= IQVMenu::kMaxDepth) {
+      QVLOG(QV_LOG_WARN, "COMMON") << L"IQVMenu: submenu of \"" << r.text << L"\" nested deeper than "
+                                   << IQVMenu::kMaxDepth << L" levels; shown without it";
+      r.submenu.reset();
+    } else if (std::find(path.begin(), path.end(), r.submenu.get()) != path.end()) {
+      QVLOG(QV_LOG_WARN, "COMMON") << L"IQVMenu: submenu of \"" << r.text
+                                   << L"\" contains itself; shown without it";
+      r.submenu.reset();
+    }
+  }
+  if (multi_) {
+    rows.push_back(QVMenuAttr::Separator());
+    rows.push_back(QVMenuAttr::Item(IQVMultiSelMenu::kOkId, app.GetResProvider().ResolveString(L"@string\\102541")));
+    if (rows.back().text.IsEmpty()) rows.back().text = L"OK";
+    roles.push_back(MenuRole::kCommand);
+    roles.push_back(MenuRole::kOk);
+  }
+
+  auto wnd = std::make_unique<CQVMenuWnd>();
+  wnd->level_ = level;
+  wnd->InitFromXmlText(L"<SOUI><root/></SOUI>");
+  auto* view = new CQVMenuView(this, level);
+  view->SetAttribute(L"width", L"full", TRUE);
+  view->SetAttribute(L"height", L"full", TRUE);
+  view->SetRows(std::move(rows), std::move(roles), multi_, scale);
+  wnd->GetRoot()->InsertChild(view);
+  wnd->view_ = view;
+
+  // Placement on the owner's work area.
+  const CRect work = app.GetWorkArea(owner_host_);
+  const CSize want = view->WantedSize();
+  const int w = std::min<int>(want.cx, std::max<int>(work.Width(), 1));
+  const int h = std::min<int>(want.cy, std::max<int>(work.Height(), 1));
+  int x = anchor.left, y = anchor.bottom;
+  if (level > 0) {
+    // Beside the row: on the right, or on the left when the right is full.
+    x = anchor.right;
+    if (x + w > work.right) x = anchor.left - w;
+    y = anchor.top - Dp(kPadY, scale);
+  } else if (at_point) {
+    if (x + w > work.right) x = anchor.left - w;
+    if (y + h > work.bottom) y = anchor.top - h;
+  } else if (y + h > work.bottom && anchor.top - h >= work.top) {
+    y = anchor.top - h;
+  }
+  x = std::clamp<int>(x, work.left, std::max<int>(work.left, work.right - w));
+  y = std::clamp<int>(y, work.top, std::max<int>(work.top, work.bottom - h));
+  const HWND parent = level == 0 ? owner_ : levels_[level - 1].wnd->m_hWnd;
+  if (!wnd->Create(parent, x, y, w, h)) return false;
+  wnd->SetWindowPos(nullptr, x, y, w, h, SOUI::SWP_NOACTIVATE | SOUI::SWP_SHOWWINDOW);
+  wnd->UpdateLayout();  // rows have their places before the first input
+  levels_.push_back(OpenMenu{std::move(wnd), std::move(path)});
+  return true;
+}
+
+void QVMenuTracker::CloseAfter(int level) {
+  while (Innermost() > level) {
+    OpenMenu& l = levels_.back();
+    l.wnd->view_->Detach();
+    destroying_ = true;
+    l.wnd->DestroyWindow();
+    destroying_ = false;
+    closed_.push_back(std::move(l.wnd));
+    levels_.pop_back();
+  }
+}
+
+void QVMenuTracker::OpenSubmenu(int level, int row, bool select_first) {
+  CQVMenuView* view = View(level);
+  const QVMenuAttr* r = view ? view->Row(row) : nullptr;
+  if (!r || !r->submenu || !r->enabled || multi_) return;
+  if (Innermost() > level && View(level + 1) && levels_[level + 1].path.back() == r->submenu.get() &&
+      view->Hot() == row) {
+    if (select_first) MoveHot(level + 1, 1, true);
+    return;  // already open
+  }
+  CloseAfter(level);
+  view->SetHot(row, true);
+  if (r->submenu->empty()) return;
+  CRect anchor = view->RowRect(row);
+  anchor.OffsetRect(levels_[level].wnd->GetWindowRect().TopLeft());
+  std::vector<const QVMenuItems*> path = levels_[level].path;
+  path.push_back(r->submenu.get());
+  const std::shared_ptr<QVMenuItems> keep = r->submenu;  // the row may be rebuilt meanwhile
+  anchor.left = levels_[level].wnd->GetWindowRect().left;
+  anchor.right = levels_[level].wnd->GetWindowRect().right;
+  if (!OpenLevel(*keep, std::move(path), anchor, false)) return;
+  if (select_first) MoveHot(level + 1, 1, true);
+}
+
+// ---- QVMenuTracker: choosing ------------------------------------------------------------
+
+void QVMenuTracker::Finish(UINT id) {
+  if (done_) return;
+  done_ = true;
+  result_ = id;
+  if (CQVMenuView* top = View(0)) {
+    for (int i = 0; i < top->Count(); ++i) final_rows_.push_back(*top->Row(i));
+  }
+  KillTimers();
+  HideTip();
+}
+
+void QVMenuTracker::Dismiss() {
+  accepted_ = false;
+  Finish(0);
+}
+
+void QVMenuTracker::Activate(int level, int row) {
+  CQVMenuView* view = View(level);
+  QVMenuAttr* r = view ? view->MutableRow(row) : nullptr;
+  if (!r || !Selectable(*r) || done_) return;
+  if (r->submenu) {
+    OpenSubmenu(level, row, true);
+    return;
+  }
+  if (!multi_) {
+    accepted_ = true;
+    Finish(r->id);
+    return;
+  }
+  switch (view->Role(row)) {
+    case MenuRole::kOk:
+      accepted_ = true;
+      Finish(r->id);
+      return;
+    case MenuRole::kSelectAll:
+    case MenuRole::kClear:
+      for (int i = 0; i < view->Count(); ++i) {
+        QVMenuAttr* o = view->MutableRow(i);
+        if (view->Role(i) == MenuRole::kCommand && Selectable(*o)) o->checked = view->Role(row) == MenuRole::kSelectAll;
+      }
+      break;
+    case MenuRole::kCommand:
+      r->checked = !r->checked;
+      break;
+  }
+  view->Invalidate();
+}
+
+// ---- QVMenuTracker: keyboard ---------------------------------------------------------------
+
+void QVMenuTracker::MoveHot(int level, int dir, bool from_end) {
+  CQVMenuView* view = View(level);
+  if (!view || view->Count() == 0) return;
+  const int n = view->Count();
+  int i = from_end ? (dir > 0 ? -1 : n) : view->Hot();
+  if (i < 0 && dir < 0 && !from_end) i = n;
+  for (int step = 0; step < n; ++step) {
+    i = ((i + dir) % n + n) % n;
+    if (Selectable(*view->Row(i))) {
+      view->SetHot(i, true);
+      return;
+    }
+  }
+}
+
+void QVMenuTracker::JumpToLetter(int level, wchar_t ch) {
+  CQVMenuView* view = View(level);
+  if (!view) return;
+  const int n = view->Count();
+  const wchar_t want = static_cast<wchar_t>(towlower(ch));
+  for (int step = 1; step <= n; ++step) {
+    const int i = ((view->Hot() < 0 ? -1 : view->Hot()) + step + n) % n;
+    const QVMenuAttr* r = view->Row(i);
+    if (Selectable(*r) && !r->text.IsEmpty() && static_cast<wchar_t>(towlower(r->text[0])) == want) {
+      view->SetHot(i, true);
+      return;
+    }
+  }
+}
+
+bool QVMenuTracker::OnHostKey(SOUI::SHostWnd* host, UINT msg, UINT code, UINT flags) {
+  (void)host, (void)flags;
+  if (done_) return true;
+  const int level = Innermost();
+  CQVMenuView* view = View(level);
+  if (!view) return true;
+  if (msg == WM_CHAR) {
+    if (code > L' ' && code != 0x7F) JumpToLetter(level, static_cast<wchar_t>(code));
+    return true;
+  }
+  if (msg != WM_KEYDOWN) return true;
+  HideTip();
+  switch (code) {
+    case VK_DOWN: MoveHot(level, 1, false); break;
+    case VK_UP: MoveHot(level, -1, false); break;
+    case VK_HOME: MoveHot(level, 1, true); break;
+    case VK_END: MoveHot(level, -1, true); break;
+    case VK_RIGHT: OpenSubmenu(level, view->Hot(), true); break;
+    case VK_LEFT:
+      if (level > 0) CloseAfter(level - 1);
+      break;
+    case VK_ESCAPE:
+      if (level > 0) CloseAfter(level - 1);
+      else Dismiss();
+      break;
+    case VK_RETURN:
+    case VK_SPACE: Activate(level, view->Hot()); break;
+    default: break;
+  }
+  return true;
+}
+
+// ---- QVMenuTracker: mouse ---------------------------------------------------------------------
+
+void QVMenuTracker::KillTimers() {
+  if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
+    if (hover_timer_) app->GetClock().KillTimer(hover_timer_);
+    if (tip_timer_) app->GetClock().KillTimer(tip_timer_);
+  }
+  hover_timer_ = tip_timer_ = 0;
+}
+
+void QVMenuTracker::ScheduleHover(int level, int row) {
+  SOUI::SClock& clock = SOUI::SApplication::getSingleton().GetClock();
+  if (hover_timer_) clock.KillTimer(hover_timer_);
+  hover_timer_ = clock.SetTimer(IQVMenu::kSubmenuDelayMs, [this, level, row] {
+    hover_timer_ = 0;
+    CQVMenuView* view = View(level);
+    if (done_ || !view || view->Hot() != row) return;
+    const QVMenuAttr* r = view->Row(row);
+    if (r && r->submenu && r->enabled) OpenSubmenu(level, row, false);
+    else CloseAfter(level);
+  }, false);
+}
+
+void QVMenuTracker::OnViewMove(int level, int row) {
+  CQVMenuView* view = View(level);
+  if (done_ || !view) return;
+  const QVMenuAttr* r = view->Row(row);
+  const int hot = r && Selectable(*r) ? row : -1;
+  if (r && !r->enabled && !r->separator && !r->disabled_tip.IsEmpty()) {
+    if (tip_text_ != r->disabled_tip || !tip_) {
+      HideTip();
+      SOUI::SClock& clock = SOUI::SApplication::getSingleton().GetClock();
+      tip_timer_ = clock.SetTimer(IQVMenu::kTipDelayMs, [this, level, row] {
+        tip_timer_ = 0;
+        ShowTip(level, row);
+      }, false);
+    }
+  } else {
+    HideTip();
+  }
+  // Back over the row whose submenu is open: nothing to change.
+  const bool over_open = Innermost() > level && hot >= 0 && hot == view->Hot();
+  if (hot < 0 && Innermost() > level) return;  // keep the open submenu's row lit
+  if (!over_open && hot != view->Hot()) {
+    view->SetHot(hot, false);
+    if (Innermost() > level || (r && r->submenu)) ScheduleHover(level, hot);
+  }
+}
+
+void QVMenuTracker::OnViewLeave(int level) {
+  CQVMenuView* view = View(level);
+  HideTip();
+  if (!view || done_) return;
+  if (Innermost() == level) view->SetHot(-1, false);
+}
+
+void QVMenuTracker::OnViewPress(int level, int row) {
+  CQVMenuView* view = View(level);
+  const QVMenuAttr* r = view ? view->Row(row) : nullptr;
+  if (r && r->submenu && r->enabled) OpenSubmenu(level, row, false);
+}
+
+void QVMenuTracker::OnViewRelease(int level, int row) {
+  CQVMenuView* view = View(level);
+  const QVMenuAttr* r = view ? view->Row(row) : nullptr;
+  if (r && !r->submenu) Activate(level, row);
+}
+
+void QVMenuTracker::ShowTip(int level, int row) {
+  CQVMenuView* view = View(level);
+  const QVMenuAttr* r = view ? view->Row(row) : nullptr;
+  if (done_ || !r) return;
+  HideTip();
+  const int s = view->GetScale();
+  const CSize text = MeasureLabel(r->disabled_tip, s);
+  CRect row_rc = view->RowRect(row);
+  row_rc.OffsetRect(levels_[level].wnd->GetWindowRect().TopLeft());
+  const int w = std::min<int>(text.cx + Dp(16, s), Dp(kMaxW, s)), h = Dp(24, s);
+  const CRect work = SOUI::SApplication::getSingleton().GetWorkArea(owner_host_);
+  int x = levels_[level].wnd->GetWindowRect().right + Dp(4, s);
+  if (x + w > work.right) x = levels_[level].wnd->GetWindowRect().left - Dp(4, s) - w;
+  const int y = std::clamp<int>(row_rc.top + (row_rc.Height() - h) / 2, work.top, std::max<int>(work.top, work.bottom - h));
+  auto tip = std::make_unique<CQVMenuTipWnd>();
+  tip->InitFromXmlText(L"<SOUI><root/></SOUI>");
+  auto* v = new CQVMenuTipView(r->disabled_tip);
+  v->SetAttribute(L"width", L"full", TRUE);
+  v->SetAttribute(L"height", L"full", TRUE);
+  tip->GetRoot()->InsertChild(v);
+  if (!tip->Create(levels_[level].wnd->m_hWnd, x, y, w, h)) return;
+  tip->EnableWindow(FALSE);  // never takes input
+  tip->SetWindowPos(nullptr, x, y, w, h, SOUI::SWP_NOACTIVATE | SOUI::SWP_SHOWWINDOW);
+  tip_ = std::move(tip);
+  tip_text_ = r->disabled_tip;
+}
+
+void QVMenuTracker::HideTip() {
+  if (tip_timer_) SOUI::SApplication::getSingleton().GetClock().KillTimer(tip_timer_);
+  tip_timer_ = 0;
+  tip_text_.Empty();
+  if (!tip_) return;
+  destroying_ = true;
+  tip_->DestroyWindow();
+  destroying_ = false;
+  closed_.push_back(std::move(tip_));
+}
+
+// ---- QVMenuTracker: the rest of the application -------------------------------------------
+
+bool QVMenuTracker::OnHostPress(SOUI::SHostWnd* host, UINT msg, CPoint pt) {
+  (void)msg, (void)pt;
+  if (done_ || IsOurs(host)) return false;
+  // A press anywhere else only dismisses: it must not click what is below.
+  Dismiss();
+  return true;
+}
+
+void QVMenuTracker::OnHostChanged(SOUI::SHostWnd* host) {
+  if (!done_ && host && host == owner_host_) Dismiss();
+}
+
+void QVMenuTracker::OnActiveHostChanged(SOUI::SHostWnd* active) {
+  if (done_ || IsOurs(active) || (active && active == owner_host_)) return;
+  Dismiss();
+}
+
+bool QVMenuTracker::Run(const QVMenuItems& items, const CRect& anchor, bool at_point) {
+  SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
+  owner_host_ = SOUI::HostFromHwnd(owner_);
+  if (!app || !owner_host_ || !SOUI::IsWindow(owner_)) {
+    QVLOG(QV_LOG_WARN, "COMMON") << L"IQVMenu::TrackPopupMenu  hWnd Not Valid" << static_cast<const void*>(owner_);
+    return false;
+  }
+  if (ms_active) {
+    QVLOG(QV_LOG_WARN, "COMMON") << L"IQVMenu::TrackPopupMenu  a menu is already open; refused";
+    return false;
+  }
+  if (items.empty()) {
+    QVLOG(QV_LOG_WARN, "COMMON") << L"IQVMenu::TrackPopupMenu  empty item list; nothing shown";
+    return false;
+  }
+  ms_active = this;
+  listener_ = app->AddHwndDestroyedListener([this](HWND hwnd) {
+    if (hwnd == owner_) owner_host_ = nullptr;
+    if (destroying_ || done_) return;
+    bool ours = hwnd == owner_;
+    for (const OpenMenu& l : levels_) ours = ours || l.wnd->m_hWnd == hwnd;
+    if (ours) Dismiss();
+  });
+  if (!OpenLevel(items, {&items}, anchor, at_point)) {
+    QVLOG(QV_LOG_WARN, "COMMON") << L"IQVMenu::TrackPopupMenu  the menu window could not be created";
+    return false;
+  }
+  app->AddInputHook(this);
+  hooked_ = true;
+  if (!app->RunModalLoop([this] { return done_; })) {
+    QVLOG(QV_LOG_ERROR, "COMMON") << L"IQVMenu::TrackPopupMenu  nothing left that could end the menu";
+    Dismiss();
+  }
+  Cleanup();
+  return true;
+}
+
+void QVMenuTracker::Cleanup() {
+  SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr();
+  KillTimers();
+  if (app && hooked_) app->RemoveInputHook(this);
+  hooked_ = false;
+  if (app && listener_ >= 0) app->RemoveHwndDestroyedListener(listener_);
+  listener_ = -1;
+  HideTip();
+  CloseAfter(-1);
+  closed_.clear();
+  if (ms_active == this) ms_active = nullptr;
+}
+
+// ---- IQVMenu -------------------------------------------------------------------------------------
+
+UINT IQVMenu::TrackPopupMenu(HWND owner, const QVMenuItems& items, CPoint pt) {
+  QVMenuTracker tracker(owner, false);
+  return tracker.Run(items, CRect(pt.x, pt.y, pt.x, pt.y), true) ? tracker.Result() : 0;
+}
+
+UINT IQVMenu::TrackPopupMenu(HWND owner, const QVMenuItems& items, const CRect& anchor) {
+  QVMenuTracker tracker(owner, false);
+  return tracker.Run(items, anchor, false) ? tracker.Result() : 0;
+}
+
+CQVMenuWnd* IQVMenu::GetOpenMenu(int level) {
+  return QVMenuTracker::ms_active ? QVMenuTracker::ms_active->Level(level) : nullptr;
+}
+
+SStringW IQVMenu::GetShownTip() {
+  return QVMenuTracker::ms_active ? QVMenuTracker::ms_active->ShownTip() : SStringW();
+}
+
+// ---- IQVMultiSelMenu ------------------------------------------------------------------------------
+
+namespace {
+
+std::set<UINT> TrackMulti(HWND owner, const QVMenuItems& items, const std::set<UINT>& chosen, const CRect& anchor,
+                          bool at_point, bool* accepted) {
+  if (accepted) *accepted = false;
+  QVMenuItems rows = items;
+  for (QVMenuAttr& r : rows) r.checked = !r.separator && chosen.count(r.id) > 0;
+  QVMenuTracker tracker(owner, true);
+  if (!tracker.Run(rows, anchor, at_point) || !tracker.Accepted()) return chosen;
+  if (accepted) *accepted = true;
+  std::set<UINT> result = chosen;
+  for (const QVMenuAttr& r : tracker.FinalRows()) {
+    if (r.separator || r.id == IQVMultiSelMenu::kSelectAllId || r.id == IQVMultiSelMenu::kClearId ||
+        r.id == IQVMultiSelMenu::kOkId) {
+      continue;
+    }
+    if (r.checked) result.insert(r.id);
+    else result.erase(r.id);
+  }
+  return result;
+}
+
+}  // namespace
+
+std::set<UINT> IQVMultiSelMenu::TrackPopupMenu(HWND owner, const QVMenuItems& items, const std::set<UINT>& chosen,
+                                               const CRect& anchor, bool* accepted) {
+  return TrackMulti(owner, items, chosen, anchor, false, accepted);
+}
+
+std::set<UINT> IQVMultiSelMenu::TrackPopupMenu(HWND owner, const QVMenuItems& items, const std::set<UINT>& chosen,
+                                               CPoint pt, bool* accepted) {
+  return TrackMulti(owner, items, chosen, CRect(pt.x, pt.y, pt.x, pt.y), true, accepted);
+}
+
+}  // namespace QVStandardCtrls
