@@ -236,7 +236,7 @@ void CQVMenuView::SetRows(std::vector<QVMenuAttr> rows, std::vector<MenuRole> ro
     text_w_ = std::max<int>(text_w_, MeasureLabel(r.text, scale).cx);
     shortcut_w_ = std::max<int>(shortcut_w_, MeasureLabel(r.shortcut, scale).cx);
   }
-  int w = Dp(kPadX, scale) + Dp(kCheckW + kGap, scale) + (has_icon_ ? Dp(kIconW + kGap, scale) : 0) + text_w_;
+  int w = Dp(kPadX + kHotInset, scale) + Dp(kCheckW + kGap, scale) + (has_icon_ ? Dp(kIconW + kGap, scale) : 0) + text_w_;
   if (shortcut_w_ > 0) w += Dp(kShortcutGap, scale) + shortcut_w_;
   if (has_arrow) w += Dp(kGap + kArrowW, scale);
   w += Dp(kPadX + kHotInset, scale);
@@ -360,7 +360,7 @@ void CQVMenuView::PaintRow(SOUI::IRenderTarget* rt, int i, const CRect& rc) {
       FillRound(rt, mark, Dp(2, s), r.enabled ? check : text);
       CRect tick = mark;
       tick.DeflateRect(Dp(1, s), Dp(1, s));
-      DrawTick(rt, tick, MenuColor(L"bg", RGBA(0xFF, 0xFF, 0xFF, 0xFF)), s);
+      DrawTick(rt, tick, MenuColor(L"check_mark", RGBA(0xFF, 0xFF, 0xFF, 0xFF)), s);
     } else {
       FillRound(rt, mark, Dp(2, s), MenuColor(L"border_strong", RGBA(0xC9, 0xCD, 0xD4, 0xFF)));
       CRect hole = mark;

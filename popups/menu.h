@@ -46,7 +46,7 @@
 //
 // Look: colours from the theme table style_qv_menu (bg, border, text,
 // border_strong, text_disabled, text_shortcut, text_danger, hover, separator,
-// check, tip_bg, tip_text), sizes in dp at the application zoom.
+// check, check_mark, tip_bg, tip_text), sizes in dp at the application zoom.
 #pragma once
 
 #include <memory>
