@@ -205,7 +205,7 @@ class QVMenuTracker : public SOUI::IHostInputHook {
   std::unique_ptr<SOUI::SHostWnd> tip_;
   SStringW tip_text_;
   std::vector<QVMenuAttr> final_rows_;
-  SOUI::SClock::TimerId hover_timer_ = 0, tip_timer_ = 0;
+  SOUI::SClock::TimerId hover_timer_ = 0, tip_timer_ = 0, activation_check_ = 0;
   int listener_ = -1;
   bool hooked_ = false;
   bool done_ = false;
@@ -739,8 +739,9 @@ void QVMenuTracker::KillTimers() {
   if (SOUI::SApplication* app = SOUI::SApplication::getSingletonPtr()) {
     if (hover_timer_) app->GetClock().KillTimer(hover_timer_);
     if (tip_timer_) app->GetClock().KillTimer(tip_timer_);
+    if (activation_check_) app->GetClock().KillTimer(activation_check_);
   }
-  hover_timer_ = tip_timer_ = 0;
+  hover_timer_ = tip_timer_ = activation_check_ = 0;
 }
 
 void QVMenuTracker::ScheduleHover(int level, int row) {
@@ -854,8 +855,14 @@ void QVMenuTracker::OnHostChanged(SOUI::SHostWnd* host) {
 }
 
 void QVMenuTracker::OnActiveHostChanged(SOUI::SHostWnd* active) {
-  if (done_ || IsOurs(active) || (active && active == owner_host_)) return;
-  Dismiss();
+  if (done_ || IsOurs(active) || (active && active == owner_host_) || activation_check_) return;
+  // Checked once input settles: a window system may take the focus from the
+  // owner for a moment while it gives it to the menu window being shown.
+  activation_check_ = SOUI::SApplication::getSingleton().GetClock().SetTimer(0, [this] {
+    activation_check_ = 0;
+    SOUI::SHostWnd* now = SOUI::SApplication::getSingleton().GetActiveHost();
+    if (!done_ && !IsOurs(now) && !(now && now == owner_host_)) Dismiss();
+  }, false);
 }
 
 bool QVMenuTracker::Run(const QVMenuItems& items, const CRect& anchor, bool at_point) {

@@ -199,6 +199,16 @@ TEST_F(MenuTest, AClickOutsideDismissesWithoutClickingWhatIsBelow) {
   EXPECT_EQ(clicks_below_, 1);
 }
 
+TEST_F(MenuTest, AnotherWindowTakingActivationDismisses) {
+  SOUI::SHostWnd other;
+  other.InitFromXmlText(L"<SOUI width='100' height='80'><root/></SOUI>");
+  other.Create(nullptr, 600, 400);
+  other.ShowWindow(SOUI::SW_SHOWNOACTIVATE);
+  At(10, [&] { SOUI::SetActiveWindow(other.m_hWnd); });
+  EXPECT_EQ(Track(OrderMenu()), 0u);
+  EXPECT_FALSE(LogContains(L"nothing left"));
+}
+
 TEST_F(MenuTest, EscDismissesWithZero) {
   At(10, [&] {
     Key(VK_DOWN);
