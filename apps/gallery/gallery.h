@@ -27,6 +27,8 @@ void InstallTextInputPage(SOUI::SWindow* root);
 void InstallStatePage(SOUI::SWindow* root);
 // The toast and tooltip page's part: toasts go over this host.
 void InstallToastPage(SOUI::SHostWnd& host);
+// The menus page's part: menus open over this host.
+void InstallMenuPage(SOUI::SHostWnd& host);
 
 struct WindowOptions {
   std::string screenshot;  // captured from the real window before closing

@@ -34,6 +34,7 @@ void InstallPageBehaviour(SHostWnd& host) {
   SWindow* root = host.GetRoot();
   InstallTextInputPage(root);
   InstallToastPage(host);
+  InstallMenuPage(host);
   InstallStatePage(root);
   // Prices start in the red-rises colours; bring them to the user's setting.
   SetRedRiseOnPrices(root, ReadRedRise());
