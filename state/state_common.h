@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "framework/qv_export.h"
 #include "soui/render.h"
 #include "soui/sstring.h"
 
@@ -17,7 +18,8 @@ namespace QVStandardCtrls {
 // costs no frame. The control calls Update after anything that may change
 // either (its state, OnShowWindow, OnCreate, OnPaint: a paint is the first
 // sign that a hidden ancestor showed again) and Stop in OnDestroy.
-class QVFrameTicker : public SOUI::ITimelineHandler {
+// Exported: the sanitizer build checks its dynamic type in the tests.
+class QVSTDCTRLS_API QVFrameTicker : public SOUI::ITimelineHandler {
  public:
   // animating: whether the control has something moving, visibility aside.
   explicit QVFrameTicker(std::function<bool()> animating) : animating_(std::move(animating)) {}
