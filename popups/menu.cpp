@@ -230,14 +230,14 @@ void QVMenuTracker::OpenSubmenu(int level, int row, bool select_first) {
   CloseAfter(level);
   view->SetHot(row, true);
   if (r->submenu->empty()) return;
-  CRect anchor = view->RowRect(row);
-  anchor.OffsetRect(levels_[level].wnd->GetWindowRect().TopLeft());
+  // The row's band across the whole parent window: the submenu goes beside it.
+  const CRect parent = levels_[level].wnd->GetWindowRect();
+  const CRect row_rc = view->RowRect(row);
+  const CRect anchor(parent.left, parent.top + row_rc.top, parent.right, parent.top + row_rc.bottom);
   std::vector<const QVMenuItems*> path = levels_[level].path;
   path.push_back(r->submenu.get());
-  const std::shared_ptr<QVMenuItems> keep = r->submenu;  // the row may be rebuilt meanwhile
-  anchor.left = levels_[level].wnd->GetWindowRect().left;
-  anchor.right = levels_[level].wnd->GetWindowRect().right;
-  if (!OpenLevel(*keep, std::move(path), anchor, false)) return;
+  // The rows of this level hold the list for as long as it is open.
+  if (!OpenLevel(*r->submenu, std::move(path), anchor, false)) return;
   if (select_first) MoveHot(level + 1, 1, true);
 }
 
