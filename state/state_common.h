@@ -18,6 +18,7 @@ namespace QVStandardCtrls {
 // costs no frame. The control calls Update after anything that may change
 // either (its state, OnShowWindow, OnCreate, OnPaint: a paint is the first
 // sign that a hidden ancestor showed again) and Stop in OnDestroy.
+// Exported: the sanitizer build checks its dynamic type in the tests.
 class QVSTDCTRLS_API QVFrameTicker : public SOUI::ITimelineHandler {
  public:
   // animating: whether the control has something moving, visibility aside.

@@ -30,6 +30,8 @@ void InstallToastPage(SOUI::SHostWnd& host);
 // The text and dialogs page's part: message boxes and the custom dialog
 // open over this host.
 void InstallDialogsPage(SOUI::SHostWnd& host);
+// The menus page's part: menus open over this host.
+void InstallMenuPage(SOUI::SHostWnd& host);
 
 struct WindowOptions {
   std::string screenshot;  // captured from the real window before closing

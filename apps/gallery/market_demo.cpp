@@ -35,6 +35,7 @@ void InstallPageBehaviour(SHostWnd& host) {
   InstallTextInputPage(root);
   InstallToastPage(host);
   InstallDialogsPage(host);
+  InstallMenuPage(host);
   InstallStatePage(root);
   // Prices start in the red-rises colours; bring them to the user's setting.
   SetRedRiseOnPrices(root, ReadRedRise());

@@ -1,5 +1,5 @@
-// The rendered look of the toast, the tooltip bar and the message box: one
-// sheet per zoom and theme, compared with its reference PNG.
+// The rendered look of the toast, the tooltip bar, the message box and the
+// menus: one sheet per zoom and theme, compared with its reference PNG.
 #include <cairo.h>
 #include <gtest/gtest.h>
 
@@ -11,6 +11,7 @@
 #include "backends/cairo_render.h"
 #include "library_test_base.h"
 #include "popups/dialogs.h"
+#include "popups/menu.h"
 #include "popups/toast.h"
 #include "popups/tooltip.h"
 #include "testing/png_compare.h"
@@ -210,6 +211,70 @@ TEST_P(PopupLookTest, MessageBoxSheet) {
   for (cairo_surface_t* f : frames) cairo_surface_destroy(f);
   cairo_surface_flush(sheet);
   const SOUI::PngCompareResult r = SOUI::ComparePng(sheet, Reference("qv_messagebox"), 16, 0.01);
+  cairo_surface_destroy(sheet);
+  EXPECT_TRUE(r.match) << r.message;
+}
+
+// Copies what a host window shows onto the sheet at its screen place.
+void PaintHostAt(cairo_t* cr, SOUI::SHostWnd* wnd) {
+  auto* rt = dynamic_cast<SOUI::CairoRenderTarget*>(wnd->Render());
+  if (!rt) return;
+  cairo_set_source_surface(cr, rt->Surface(), wnd->GetWindowRect().left, wnd->GetWindowRect().top);
+  cairo_paint(cr);
+}
+
+// A menu with every kind of row, its submenu open, and beside it a
+// multi-selection menu, on a page colour.
+TEST_P(PopupLookTest, MenuSheet) {
+  CreateHost(L"<SOUI><root/></SOUI>", 200, 100);
+  const int z = zoom_;
+  const int sheet_w = 600 * z / 100, sheet_h = 290 * z / 100;
+  cairo_surface_t* sheet = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, sheet_w, sheet_h);
+  cairo_t* cr = cairo_create(sheet);
+  if (dark_) cairo_set_source_rgb(cr, 0.09, 0.10, 0.12);
+  else cairo_set_source_rgb(cr, 0.93, 0.94, 0.95);
+  cairo_paint(cr);
+
+  auto item = [](UINT id, const wchar_t* text, const wchar_t* icon = L"", const wchar_t* shortcut = L"") {
+    QVMenuAttr a = QVMenuAttr::Item(id, text, shortcut);
+    a.icon_skin = icon;
+    return a;
+  };
+  QVMenuItems menu = {item(1, L"New order", L"skin_toast_icon_tip", L"Ctrl+N"),
+                      item(2, L"Quick trade", L"skin_toast_icon_succeed", L"F2"), QVMenuAttr::Separator(),
+                      item(3, L"Show depth"), item(4, L"Price view"), item(5, L"Chart view"),
+                      QVMenuAttr::Separator(), item(6, L"Export"), item(7, L"Transfer"), QVMenuAttr::Separator(),
+                      item(8, L"Cancel all orders", L"skin_toast_icon_error", L"Del")};
+  menu[3].checked = true;
+  menu[4].radio_group = menu[5].radio_group = 1;
+  menu[4].checked = true;
+  menu[7].submenu = std::make_shared<QVMenuItems>(QVMenuItems{item(61, L"CSV file"), item(62, L"Excel workbook")});
+  menu[8].enabled = false;
+  menu[8].disabled_tip = L"Not during the auction";
+  menu[10].danger = true;
+  app_->GetClock().SetTimer(10, [&] {
+    // Down to Export and into its submenu.
+    for (int i = 0; i < 6; ++i) gen().PressAndReleaseKey(VK_DOWN);
+    gen().PressAndReleaseKey(VK_RIGHT);
+    PaintHostAt(cr, IQVMenu::GetOpenMenu(0));
+    PaintHostAt(cr, IQVMenu::GetOpenMenu(1));
+    gen().PressAndReleaseKey(VK_ESCAPE);
+    gen().PressAndReleaseKey(VK_ESCAPE);
+  }, false);
+  IQVMenu::TrackPopupMenu(host()->m_hWnd, menu, SOUI::CPoint(12 * z / 100, 12 * z / 100));
+
+  QVMenuItems columns = {item(1, L"Price"), item(2, L"Change %"), item(3, L"Code"), item(4, L"Volume"),
+                         item(5, L"Turnover")};
+  columns[2].enabled = false;
+  app_->GetClock().SetTimer(10, [&] {
+    gen().PressAndReleaseKey(VK_DOWN);
+    PaintHostAt(cr, IQVMenu::GetOpenMenu(0));
+    gen().PressAndReleaseKey(VK_ESCAPE);
+  }, false);
+  IQVMultiSelMenu::TrackPopupMenu(host()->m_hWnd, columns, {1, 2, 3}, SOUI::CPoint(420 * z / 100, 12 * z / 100));
+  cairo_destroy(cr);
+  cairo_surface_flush(sheet);
+  const SOUI::PngCompareResult r = SOUI::ComparePng(sheet, Reference("qv_menu"), 16, 0.01);
   cairo_surface_destroy(sheet);
   EXPECT_TRUE(r.match) << r.message;
 }
