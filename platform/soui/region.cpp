@@ -77,7 +77,8 @@ void SRegion::Normalize() {
       }
     }
     if (!joined) break;
-    // A grown rectangle may now meet one above it that was already passed.
+    // Drop the joined ones and go round again: a grown rectangle may now
+    // meet one that starts above it, which this pass had already left.
     size_t kept = 0;
     for (size_t i = 0; i < rects_.size(); ++i) {
       if (!gone[i]) rects_[kept++] = rects_[i];

@@ -22,27 +22,7 @@ namespace {
 
 using SOUI::SStringW;
 
-class PopupLookTest : public LibraryTestBase, public ::testing::WithParamInterface<std::tuple<int, bool>> {
- protected:
-  void SetUp() override {
-    LibraryTestBase::SetUp();
-    zoom_ = std::get<0>(GetParam());
-    dark_ = std::get<1>(GetParam());
-    if (dark_) {
-      ASSERT_TRUE(app_->GetResProvider().LoadUiDefFile(
-          SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/dark/uires.xml")));
-    }
-    app_->SetZoom(zoom_);
-    // Real text metrics, so that the picture shows what a user sees.
-    app_->SetMeasureTarget(nullptr);
-  }
-  std::string Reference(const char* what) const {
-    return std::string(QV_SOURCE_DIR "/tests/data/") + what + "_" + std::to_string(zoom_) + (dark_ ? "_dark" : "") +
-           ".png";
-  }
-  int zoom_ = 100;
-  bool dark_ = false;
-};
+class PopupLookTest : public LookTestBase {};
 
 // Each icon on one line, then a message that wraps, stacked on a page colour.
 TEST_P(PopupLookTest, ToastSheet) {

@@ -64,31 +64,14 @@ const wchar_t kSheet[] =
     L"</window>"
     L"</root></SOUI>";
 
-class StateLookTest : public LibraryTestBase, public ::testing::WithParamInterface<std::tuple<int, bool>> {
+class StateLookTest : public LookTestBase {
  protected:
-  void SetUp() override {
-    LibraryTestBase::SetUp();
-    zoom_ = std::get<0>(GetParam());
-    dark_ = std::get<1>(GetParam());
-    if (dark_) {
-      ASSERT_TRUE(app_->GetResProvider().LoadUiDefFile(
-          SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/dark/uires.xml")));
-    }
-    app_->SetZoom(zoom_);
-    app_->SetMeasureTarget(nullptr);
-  }
-  std::string Reference(const char* what) const {
-    return std::string(QV_SOURCE_DIR "/tests/data/") + what + "_" + std::to_string(zoom_) + (dark_ ? "_dark" : "") +
-           ".png";
-  }
   template <class T>
   T* Get(const wchar_t* name) {
     T* w = Find<T>(name);
     EXPECT_TRUE(w) << SStringW(name).ToUtf8();
     return w;
   }
-  int zoom_ = 100;
-  bool dark_ = false;
 };
 
 TEST_P(StateLookTest, EveryControlInEveryState) {
