@@ -3,6 +3,8 @@
 // and invalidates. The time per label should stay flat as the count grows.
 #include <benchmark/benchmark.h>
 
+#include "alternating.h"
+
 #include <memory>
 #include <string>
 
@@ -69,6 +71,56 @@ void BM_RedGreenDestroy(benchmark::State& state) {
   state.SetComplexityN(count);
 }
 BENCHMARK(BM_RedGreenDestroy)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond)->Complexity(benchmark::oN);
+
+// 10x the labels against 1x, each side timed alone and in turns: building
+// and laying out, the 1063 broadcast, and destroying. Each should cost about
+// 10x; at most 11x is allowed.
+class LabelScaling {
+ public:
+  LabelScaling() {
+    app_.GetResProvider().LoadUiDefFile(SOUI::SStringW::FromUtf8(QV_SOURCE_DIR "/theme/default/uires.xml"));
+    QVStandardCtrls::RegisterQVStandardCtrls(app_.GetFactory());
+  }
+  double Create(int count) {
+    const SOUI::SStringW xml = SOUI::SStringW::FromUtf8(LabelsLayout(count));
+    host_.reset();
+    return qvbench::TimeMs([&] {
+      host_ = std::make_unique<SOUI::SHostWnd>();
+      host_->InitFromXmlText(xml);
+      host_->Create();
+      host_->UpdateLayout();
+    });
+  }
+  double Broadcast(int count) {
+    Create(count);
+    red_rise_ = !red_rise_;
+    GetUserSettings(app_).SetBool(50501, red_rise_);
+    return qvbench::TimeMs([&] { GetMessageDispatch(app_).Send(1063); });
+  }
+  double Destroy(int count) {
+    Create(count);
+    return qvbench::TimeMs([&] { host_.reset(); });
+  }
+
+ private:
+  SOUI::SApplication app_;
+  std::unique_ptr<SOUI::SHostWnd> host_;
+  bool red_rise_ = true;
+};
+
+void BM_RedGreenScaling(benchmark::State& state) {
+  qvbench::Once(state, [&] {
+    LabelScaling s;
+    qvbench::Report("1,000 -> 10,000 red-green labels, create and lay out", "1k", "10k",
+                    qvbench::Alternate(15, [&] { return s.Create(1000); }, [&] { return s.Create(10000); }), 11);
+    qvbench::Report("1,000 -> 10,000 red-green labels, 1063 broadcast", "1k", "10k",
+                    qvbench::Alternate(15, [&] { return s.Broadcast(1000); }, [&] { return s.Broadcast(10000); }),
+                    11);
+    qvbench::Report("1,000 -> 10,000 red-green labels, destroy", "1k", "10k",
+                    qvbench::Alternate(15, [&] { return s.Destroy(1000); }, [&] { return s.Destroy(10000); }), 11);
+  });
+}
+BENCHMARK(BM_RedGreenScaling)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

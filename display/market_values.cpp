@@ -47,8 +47,7 @@ bool FindQVRiseFallArrowSize(const SStringW& code, QVRiseFallArrowSize* out) {
 
 // ---- CQVRedGreenStatic ------------------------------------------------------------
 
-CQVRedGreenStatic::CQVRedGreenStatic()
-    : rise_ref_(kQVColorRise), fall_ref_(kQVColorFall), stable_ref_(kQVColorStable) {
+CQVRedGreenStatic::CQVRedGreenStatic() {
   // A label that is only ever given "current" must still show the user's
   // convention, so it is read once here as well as on every "compare".
   UpdateRiseFallColor();
@@ -126,14 +125,13 @@ void CQVRedGreenStatic::SetCurrent(int64_t current) {
 }
 
 void CQVRedGreenStatic::UpdateRiseFallColor() {
-  const bool red_rise = ReadRedRise();
-  rise_ref_ = red_rise ? kQVColorRise : kQVColorFall;
-  fall_ref_ = red_rise ? kQVColorFall : kQVColorRise;
-  stable_ref_ = kQVColorStable;
+  red_rise_ = ReadRedRise();
 }
 
 bool CQVRedGreenStatic::ResetColorText() {
-  const SStringW& ref = current_ > compare_ ? rise_ref_ : current_ < compare_ ? fall_ref_ : stable_ref_;
+  const wchar_t* ref = current_ > compare_   ? GetRiseColorRef()
+                       : current_ < compare_ ? GetFallColorRef()
+                                             : GetStableColorRef();
   if (GetStyle().colorText[0].Source() == ref) return false;  // most updates keep the direction
   EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"colorText", ref); });
   return true;

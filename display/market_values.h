@@ -38,7 +38,7 @@ class QVSTDCTRLS_API CQVRedGreenStatic : public SOUI::SStatic {
   HRESULT SetAttribute(const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) override;
   int OnCreate() override;
 
-  // Re-reads setting 50501 into the three references (no recolouring).
+  // Re-reads setting 50501 (no recolouring).
   void UpdateRiseFallColor();
   // Sets "colorText" from the comparison; true when the colour changed.
   bool ResetColorText();
@@ -51,9 +51,11 @@ class QVSTDCTRLS_API CQVRedGreenStatic : public SOUI::SStatic {
   void SetCurrent(int64_t current);
   int64_t GetCompare() const { return compare_; }
   int64_t GetCurrent() const { return current_; }
-  const SOUI::SStringW& GetRiseColorRef() const { return rise_ref_; }
-  const SOUI::SStringW& GetFallColorRef() const { return fall_ref_; }
-  const SOUI::SStringW& GetStableColorRef() const { return stable_ref_; }
+  // The colour references of the three directions under the convention
+  // last read (kQVColorRise/Fall/Stable, rise and fall swapped for green-rise).
+  const wchar_t* GetRiseColorRef() const { return red_rise_ ? kQVColorRise : kQVColorFall; }
+  const wchar_t* GetFallColorRef() const { return red_rise_ ? kQVColorFall : kQVColorRise; }
+  const wchar_t* GetStableColorRef() const { return kQVColorStable; }
 
  protected:
   HRESULT OnAttrQVStyle(const SOUI::SStringW& value, BOOL loading);
@@ -63,9 +65,9 @@ class QVSTDCTRLS_API CQVRedGreenStatic : public SOUI::SStatic {
   void OnRiseFallColorChange(unsigned message, unsigned parameter, msg_body_ptr body);
 
  private:
-  SOUI::SStringW rise_ref_;
-  SOUI::SStringW fall_ref_;
-  SOUI::SStringW stable_ref_;
+  // A flag rather than three strings: thousands of labels share the same
+  // three constants, and the broadcast touches nothing else of theirs.
+  bool red_rise_ = true;
   int64_t compare_ = 0;
   int64_t current_ = 0;
 };
