@@ -71,7 +71,7 @@ TextEngine::TextEngine() {
 }
 
 TextEngine::~TextEngine() {
-  for (Entry& e : lru_) g_object_unref(e.shaped.layout);
+  for (auto& e : index_) g_object_unref(e.second.shaped.layout);
   for (auto& f : fonts_) {
     pango_font_description_free(f.second->desc);
     if (f.second->attrs) pango_attr_list_unref(f.second->attrs);
@@ -119,18 +119,18 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string
   probe_.width = box.width;
   probe_.height = box.ellipsize ? box.height : -1;
   probe_.flags = flags;
+  Cached*& front = front_[KeyHash()(probe_) % kFrontSlots];
+  if (front && front->first == probe_) {
+    front->second.used = true;
+    return front->second.shaped;
+  }
   auto found = index_.find(probe_);
   if (found != index_.end()) {
-    lru_.splice(lru_.begin(), lru_, found->second);
-    return found->second->shaped;
+    found->second.used = true;
+    front = &*found;
+    return found->second.shaped;
   }
-
-  if (lru_.size() >= kCacheCapacity) {
-    Entry& old = lru_.back();
-    index_.erase(old.key);
-    g_object_unref(old.shaped.layout);
-    lru_.pop_back();
-  }
+  const size_t slot = ring_.size() < kCacheCapacity ? ring_.size() : Evict();
 
   PangoLayout* layout = pango_layout_new(context_);
   pango_layout_set_font_description(layout, font->desc);
@@ -150,9 +150,26 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string
   pango_layout_get_pixel_extents(layout, nullptr, &shaped.logical);
   if (shaped.logical.width < 0) shaped.logical.width = kMaxExtent;
   if (shaped.logical.height < 0) shaped.logical.height = kMaxExtent;
-  lru_.push_front(Entry{probe_, shaped});
-  index_.emplace(probe_, lru_.begin());
-  return lru_.front().shaped;
+  Cached* cached = &*index_.emplace(probe_, Entry{shaped}).first;
+  front = cached;
+  if (slot == ring_.size()) ring_.push_back(cached);
+  else ring_[slot] = cached;
+  return cached->second.shaped;
+}
+
+size_t TextEngine::Evict() {
+  // Each pass clears the marks it meets, so this ends within two rounds.
+  while (ring_[hand_]->second.used) {
+    ring_[hand_]->second.used = false;
+    hand_ = (hand_ + 1) % ring_.size();
+  }
+  const size_t slot = hand_;
+  hand_ = (hand_ + 1) % ring_.size();
+  Cached*& front = front_[KeyHash()(ring_[slot]->first) % kFrontSlots];
+  if (front == ring_[slot]) front = nullptr;
+  g_object_unref(ring_[slot]->second.shaped.layout);
+  index_.erase(index_.find(ring_[slot]->first));
+  return slot;
 }
 
 }  // namespace SOUI

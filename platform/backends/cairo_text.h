@@ -8,11 +8,12 @@
 
 #include <pango/pangocairo.h>
 
-#include <list>
+#include <array>
 #include <map>
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "soui/render.h"
 
@@ -59,9 +60,12 @@ class TextEngine {
 
   // Stable for the engine's lifetime.
   const Font* GetFont(const FontDesc& desc);
-  // The shaped layout; valid until the next call.
+  // The shaped layout; valid until the next call. Up to kCacheCapacity
+  // layouts are kept; a full cache lets go of one not used since the
+  // eviction hand last passed it (a second-chance approximation of least
+  // recently used, so that a hit writes only its own entry).
   const Shaped& Layout(const Font* font, const std::string& utf8, const Box& box);
-  size_t CachedLayouts() const { return lru_.size(); }
+  size_t CachedLayouts() const { return index_.size(); }
 
  private:
   struct Key {
@@ -78,9 +82,10 @@ class TextEngine {
     size_t operator()(const Key& k) const;
   };
   struct Entry {
-    Key key;
     Shaped shaped;
+    bool used = false;  // looked up again since it was made or the hand last passed
   };
+  using Cached = std::pair<const Key, Entry>;
   struct DescLess {
     bool operator()(const FontDesc& a, const FontDesc& b) const;
   };
@@ -88,8 +93,16 @@ class TextEngine {
   PangoFontMap* font_map_;
   PangoContext* context_;
   std::map<FontDesc, std::unique_ptr<Font>, DescLess> fonts_;
-  std::list<Entry> lru_;  // most recent first
-  std::unordered_map<Key, std::list<Entry>::iterator, KeyHash> index_;
+  // Frees a slot of ring_ and returns its index.
+  size_t Evict();
+
+  std::unordered_map<Key, Entry, KeyHash> index_;
+  std::vector<Cached*> ring_;  // the entries in eviction order; elements of index_ do not move
+  size_t hand_ = 0;
+  // The entry last found per hash slot: a repaint finds its texts here with
+  // one probe instead of walking a bucket chain.
+  static constexpr size_t kFrontSlots = 4096;
+  std::array<Cached*, kFrontSlots> front_{};
   Key probe_{};  // reused for lookups so that a cache hit allocates nothing
 };
 

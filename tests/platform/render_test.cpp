@@ -194,6 +194,29 @@ TEST_F(RenderTest, LatinAndChineseMeasureToTheirScripts) {
   EXPECT_LE(chinese.cx, 4 * 20 + 4);
 }
 
+// The layout cache: full, it lets go of what was not used lately and keeps
+// what is used between insertions, however many come.
+TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
+  TextEngine engine;
+  FontDesc desc;
+  desc.height = 12;
+  const TextEngine::Font* font = engine.GetFont(desc);
+  const TextEngine::Box box;
+  PangoLayout* kept = engine.Layout(font, "kept", box).layout;
+  for (size_t i = 0; i < 3 * TextEngine::kCacheCapacity; ++i) {
+    engine.Layout(font, "text " + std::to_string(i), box);
+    ASSERT_EQ(engine.Layout(font, "kept", box).layout, kept) << "re-shaped after " << i << " others";
+  }
+  EXPECT_EQ(engine.CachedLayouts(), TextEngine::kCacheCapacity);
+  // The same text in another box is another layout, measured to that box.
+  TextEngine::Box narrow;
+  narrow.width = 1;
+  narrow.wrap = true;
+  const TextEngine::Shaped& wrapped = engine.Layout(font, "two words", narrow);
+  EXPECT_NE(wrapped.layout, engine.Layout(font, "two words", box).layout);
+  EXPECT_GT(engine.Layout(font, "two words", narrow).logical.height, engine.Layout(font, "two words", box).logical.height);
+}
+
 TEST_F(RenderTest, CharacterExtentsAgreeWithPrefixWidths) {
   UseFont(20);
   // Latin, ideographs, a combining mark (one cluster with its base), a NUL
