@@ -420,6 +420,9 @@ class SWindow : public SObject {
   // Moves every descendant by (dx, dy) without laying anything out.
   void ShiftDescendants(int dx, int dy);
 
+  // The data. What every measure, layout and paint pass reads comes first
+  // and together: a pass over thousands of windows then touches a few
+  // cache lines of each rather than all of it. Events carry the id and name.
   int id_ = 0;
   SStringW name_;
   SStringW text_;
@@ -428,6 +431,56 @@ class SWindow : public SObject {
   // point it at a static style of theirs with UseClassStyle), and windows
   // whose styles come out the same share one (EditStyle).
   const SwndStyle* style_;
+  CRect rect_;
+  SouiLayoutParam layout_param_;
+  DWORD state_ = WndState_Normal;
+  bool display_ = true;
+  bool msg_transparent_ = false;
+  bool focusable_ = false;
+  bool float_ = false;
+  bool clip_client_ = false;
+  bool draw_focus_rect_ = false;
+
+ private:
+  // What a window inherits from its ancestors, worked out once per epoch.
+  struct Inherited {
+    unsigned epoch = 0;
+    bool hidden = false;    // it or an ancestor is invisible
+    bool disabled = false;  // it or an ancestor is disabled
+    const SWindow* font_source = nullptr;  // nearest window (itself included) setting a font
+  };
+  // GetDesiredSize's last answer, valid while no size-affecting change has
+  // happened anywhere since (see MeasureEpoch in swnd.cpp).
+  struct DesiredCache {
+    unsigned epoch = 0;
+    int width = 0, height = 0, scale = 0;
+    CSize size;
+  };
+  SWindow* parent_ = nullptr;
+  SWindow* first_child_ = nullptr;
+  SWindow* last_child_ = nullptr;
+  SWindow* prev_sibling_ = nullptr;
+  SWindow* next_sibling_ = nullptr;
+  ISwndContainer* container_ = nullptr;
+  // Every window fires events as it is made and laid out.
+  SWindow* owner_ = nullptr;
+  EventSet events_;
+  UINT child_count_ = 0;
+  int depth_ = 0;
+  bool layout_dirty_ = true;
+  bool created_ = false;
+  bool destroying_ = false;
+  // Creating children from XML: descendants need not mark the ancestors
+  // above this one dirty; it does so itself once its children are made.
+  bool building_children_ = false;
+  // Inside UpdateChildrenPosition of a layout pass: every child placed now
+  // is laid out itself right after, so its own children need not be shifted.
+  bool placing_children_ = false;
+  mutable Inherited inherited_;
+  DesiredCache desired_cache_;
+
+ protected:
+  // Seldom read after creation.
   std::shared_ptr<const SwndStyle> interned_style_;
   // While a window applies its XML attributes, style edits go to one private
   // copy (made in place, so a change that fails must change nothing),
@@ -448,15 +501,6 @@ class SWindow : public SObject {
   };
   void UseClassStyle(const SwndStyle& shared) { style_ = &shared; }
   ThemedSkin skin_;
-  SouiLayoutParam layout_param_;
-  CRect rect_;
-  DWORD state_ = WndState_Normal;
-  bool display_ = true;
-  bool msg_transparent_ = false;
-  bool focusable_ = false;
-  bool float_ = false;
-  bool clip_client_ = false;
-  bool draw_focus_rect_ = false;
   // What few windows set, kept out of line so that the common window stays
   // small.
   struct Rare {
@@ -480,13 +524,6 @@ class SWindow : public SObject {
   // Forgets the desired size of this window and of its ancestors.
   void InvalidateMeasure();
   void SetDepth(int depth);
-  // What a window inherits from its ancestors, worked out once per epoch.
-  struct Inherited {
-    unsigned epoch = 0;
-    bool hidden = false;    // it or an ancestor is invisible
-    bool disabled = false;  // it or an ancestor is disabled
-    const SWindow* font_source = nullptr;  // nearest window (itself included) setting a font
-  };
   const Inherited& GetInherited() const;
   void ShiftUnplacedDescendants(int dx, int dy);
   // Pieces of XML creation kept off the recursive path (see CreateChildFromXml).
@@ -499,34 +536,6 @@ class SWindow : public SObject {
   [[gnu::noinline]] static void ReportTooDeep(pugi::xml_node child);
   void UpdateLayoutTree();
   int SubtreeHeight() const;
-
-  SWindow* parent_ = nullptr;
-  SWindow* owner_ = nullptr;
-  SWindow* first_child_ = nullptr;
-  SWindow* last_child_ = nullptr;
-  SWindow* prev_sibling_ = nullptr;
-  SWindow* next_sibling_ = nullptr;
-  UINT child_count_ = 0;
-  ISwndContainer* container_ = nullptr;
-  EventSet events_;
-  int depth_ = 0;
-  bool layout_dirty_ = true;
-  bool created_ = false;
-  bool destroying_ = false;
-  // Creating children from XML: descendants need not mark the ancestors
-  // above this one dirty; it does so itself once its children are made.
-  bool building_children_ = false;
-  // Inside UpdateChildrenPosition of a layout pass: every child placed now
-  // is laid out itself right after, so its own children need not be shifted.
-  bool placing_children_ = false;
-  mutable Inherited inherited_;
-  // GetDesiredSize's last answer, valid while no size-affecting change has
-  // happened anywhere since (see MeasureEpoch in swnd.cpp).
-  struct DesiredCache {
-    unsigned epoch = 0;
-    int width = 0, height = 0, scale = 0;
-    CSize size;
-  } desired_cache_;
 };
 
 // Declares a class derived from a toolkit window: tag, base tag and IsClass.
