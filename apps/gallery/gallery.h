@@ -23,6 +23,8 @@ SOUI::SStringW BuildLayout(SOUI::SApplication& app, bool full_height);
 void InstallPageBehaviour(SOUI::SHostWnd& host);
 // The text and input page's part of it.
 void InstallTextInputPage(SOUI::SWindow* root);
+// The tabs page's part: the tab view's add and close buttons.
+void InstallTabsPage(SOUI::SWindow* root);
 // The state controls page's part.
 void InstallStatePage(SOUI::SWindow* root);
 // The toast and tooltip page's part: toasts go over this host.

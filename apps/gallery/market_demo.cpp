@@ -37,6 +37,7 @@ void InstallPageBehaviour(SHostWnd& host) {
   InstallDialogsPage(host);
   InstallMenuPage(host);
   InstallStatePage(root);
+  InstallTabsPage(root);
   // Prices start in the red-rises colours; bring them to the user's setting.
   SetRedRiseOnPrices(root, ReadRedRise());
   SWindow* toggle = root->FindChildByName(L"btn_toggle_redrise");
