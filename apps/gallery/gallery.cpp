@@ -18,7 +18,12 @@ namespace {
 
 const std::string kSourceDir = QV_SOURCE_DIR;
 
-constexpr int kWindowHeight = 900;
+// The window fits a 1280x800 screen at every zoom; what is wider or taller
+// scrolls.
+constexpr int kWindowMaxWidth = 1280;
+constexpr int kWindowHeight = 800;
+constexpr int kContentWidthDp = 1120;
+constexpr int kScrollBarDp = 10;
 
 std::vector<std::string> PageFiles() {
   std::vector<std::string> files;
@@ -76,12 +81,20 @@ bool LoadTheme(SApplication& app, bool dark) {
 
 SStringW BuildLayout(SApplication& app, bool full_height) {
   // Cards stack in a scroll view under a header; each card is a page layout
-  // included in place. A window shows kWindowHeight pixels of it; a full
+  // included in place. A window shows at most kWindowMaxWidth x
+  // kWindowHeight pixels of it, scrolling both ways at large zooms; a full
   // height layout sizes the view (and the host) to all the cards.
+  const int zoom = app.GetZoom();
+  const int content_px = kContentWidthDp * zoom / 100;
   std::ostringstream xml;
   // The wheel scrolls what is under the mouse, not what has the focus.
-  xml << "<SOUI title='QVStandardCtrls gallery' width='1120dp' sendWheel2Hover='1' height='"
-      << (full_height ? -1 : kWindowHeight) << "'>"
+  xml << "<SOUI title='QVStandardCtrls gallery' sendWheel2Hover='1' ";
+  if (full_height) {
+    xml << "width='" << kContentWidthDp << "dp' height='-1'>";
+  } else {
+    xml << "width='" << std::min(content_px, kWindowMaxWidth) << "' height='" << kWindowHeight << "'>";
+  }
+  xml << ""
          "<root colorBkgnd='@color\\style_gallery\\bg'>"
          "<window name='header' pos='0,0,-0,@56dp' colorBkgnd='#1F2329'>"
          "<img pos='20dp,|0' offset='0,-0.5' skin='skin_basewnd_img_qvtx'/>"
@@ -90,7 +103,8 @@ SStringW BuildLayout(SApplication& app, bool full_height) {
          "controls for the trading desktop · 交易终端控件库</text>"
          "</window>"
          "<scrollview name='pages' pos='0,[0,-0," << (full_height ? "@-1" : "-0")
-      << "' viewSize='-1,wrap' padding='0,0,0,20dp'>";
+      << "' viewSize='" << (full_height ? "-1" : std::to_string(kContentWidthDp - kScrollBarDp) + "dp")
+      << ",wrap' padding='0,0,0,20dp'>";
   for (const std::string& file : PageFiles()) {
     std::ifstream in(file);
     std::ostringstream content;

@@ -14,7 +14,7 @@ bool LoadTheme(SOUI::SApplication& app, bool dark);
 
 // Registers every page layout as a resource and returns the gallery's host
 // layout: a header and a scroll view ("pages") with one card per page. The
-// host is 900 px tall and scrolls, or with full_height as tall as every
+// host is at most 1280x800 px and scrolls, or with full_height as tall as every
 // card (for rendering the whole gallery to an image).
 SOUI::SStringW BuildLayout(SOUI::SApplication& app, bool full_height);
 

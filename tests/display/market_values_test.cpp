@@ -22,7 +22,7 @@ const char kStable[] = "@color\\style_skin_qv_text\\text_stable";
 // The default theme's values of the three references.
 const char kRed[] = "#F23B3BFF";
 const char kGreen[] = "#19A15FFF";
-const char kGrey[] = "#86909CFF";
+const char kGrey[] = "#6F7A86FF";
 
 class MarketValuesTest : public test::LibraryTestBase {
  protected:
