@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <string>
 #include <tuple>
@@ -18,6 +17,7 @@
 #include "framework/control_classes.h"
 #include "soui/scrollview.h"
 #include "tabs/item_base.h"
+#include "testing/contrast.h"
 #include "testing/ui_test_base.h"
 
 namespace {
@@ -26,19 +26,7 @@ using SOUI::CRect;
 using SOUI::SStringW;
 using SOUI::SWindow;
 
-// WCAG relative luminance of an sRGB colour.
-double Luminance(COLORREF c) {
-  const auto channel = [](int v) {
-    const double s = v / 255.0;
-    return s <= 0.04045 ? s / 12.92 : std::pow((s + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * channel(GetRValue(c)) + 0.7152 * channel(GetGValue(c)) + 0.0722 * channel(GetBValue(c));
-}
-
-double Contrast(COLORREF a, COLORREF b) {
-  const double la = Luminance(a), lb = Luminance(b);
-  return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
+using SOUI::test::ContrastRatio;
 
 std::string Describe(const SWindow* w) {
   std::string s = SStringW(w->GetObjectClass()).ToUtf8();
@@ -140,7 +128,7 @@ class GalleryLookTest : public SOUI::test::UiTestBase,
     const COLORREF behind =
         std::max_element(counts.begin(), counts.end(), [](auto& a, auto& b) { return a.second < b.second; })->first;
     double best = 1;
-    for (const auto& [colour, n] : counts) best = std::max(best, Contrast(colour, behind));
+    for (const auto& [colour, n] : counts) best = std::max(best, ContrastRatio(colour, behind));
     if (best < 3.0) {
       char ratio[16];
       std::snprintf(ratio, sizeof ratio, "%.2f", best);

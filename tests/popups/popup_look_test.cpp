@@ -14,6 +14,7 @@
 #include "popups/menu.h"
 #include "popups/toast.h"
 #include "popups/tooltip.h"
+#include "testing/contrast.h"
 #include "testing/png_compare.h"
 
 namespace QVStandardCtrls {
@@ -105,6 +106,22 @@ TEST_P(PopupLookTest, ToolTipSheet) {
   host()->Render();
   EXPECT_TRUE(SOUI::MatchesReferencePng(*dynamic_cast<SOUI::CairoRenderTarget*>(host()->GetFrame()),
                                         Reference("qv_tooltip"), 16, 0.01));
+  // The link keeps its fixed blue on every band, so every band must carry
+  // it readably (3:1), and its message as body text (4.5:1).
+  const auto colour = [this](const SStringW& ref) {
+    COLORREF c = 0;
+    EXPECT_TRUE(app_->GetResProvider().ResolveColor(ref, &c)) << ref.ToUtf8();
+    return c;
+  };
+  COLORREF link = 0;
+  ASSERT_TRUE(app_->GetResProvider().ResolveColor(CQVToolTip::kLinkColor, &link));
+  for (SOUI::SWindow* w = host()->GetRoot()->GetWindow(SOUI::GSW_FIRSTCHILD); w; w = w->GetWindow(SOUI::GSW_NEXTSIBLING)) {
+    auto* bar = dynamic_cast<CQVToolTip*>(w);
+    ASSERT_NE(bar, nullptr);
+    const COLORREF band = colour(bar->GetBkgndColor());
+    EXPECT_GE(SOUI::test::ContrastRatio(link, band), 3.0) << bar->GetBkgndColor().ToUtf8();
+    EXPECT_GE(SOUI::test::ContrastRatio(colour(bar->GetTextColor()), band), 4.5) << bar->GetTextColor().ToUtf8();
+  }
 }
 
 // Every message-box layout (icon or not, heading or not, link or not, one

@@ -91,20 +91,20 @@ TEST_F(ToolTipTest, KindSetsBandAndMessageColoursButNotTheLink) {
   ASSERT_NE(bar, nullptr);
   const std::string td = Paint(bar);
   // TD: white message on slate; the link in its fixed blue.
-  EXPECT_NE(td.find("FillSolidRect [10,20,310,48] #4A5568FF"), std::string::npos) << td;
+  EXPECT_NE(td.find("FillSolidRect [10,20,310,48] #3B4657FF"), std::string::npos) << td;
   EXPECT_NE(td.find("\"Careful\""), std::string::npos);
   EXPECT_NE(td.find("color=#FFFFFFFF"), std::string::npos) << td;
   EXPECT_NE(td.find("\"More\" "), std::string::npos) << td;
   bar->SetAttribute(L"qvstyle", L"TC", FALSE);
   Layout();
   const std::string tc = Paint(bar);
-  EXPECT_NE(tc.find("FillSolidRect [10,20,310,48] #FFB020FF"), std::string::npos) << tc;
-  EXPECT_NE(tc.find("color=#2B1D00FF"), std::string::npos) << tc;
+  EXPECT_NE(tc.find("FillSolidRect [10,20,310,48] #5C3A00FF"), std::string::npos) << tc;
+  EXPECT_NE(tc.find("color=#FFE7B8FF"), std::string::npos) << tc;
   bar->SetAttribute(L"qvstyle", L"TW", FALSE);
   Layout();
   const std::string tw = Paint(bar);
-  EXPECT_NE(tw.find("FillSolidRect [10,20,310,48] #D92D2DFF"), std::string::npos) << tw;
-  EXPECT_EQ(tw.find("color=#2B1D00FF"), std::string::npos) << tw;
+  EXPECT_NE(tw.find("FillSolidRect [10,20,310,48] #7A1C1CFF"), std::string::npos) << tw;
+  EXPECT_EQ(tw.find("color=#FFE7B8FF"), std::string::npos) << tw;
   // The link run keeps #4F9BFF through every kind.
   for (const std::string* dump : {&td, &tc, &tw}) {
     const size_t link = dump->find("\"More\"");
