@@ -171,15 +171,20 @@ UINT SwndStyle::GetTextAlign() const {
   return fmt;
 }
 
-CRect SwndStyle::GetPadding(int scale) const {
-  return CRect(padding[0].toPixelSize(scale), padding[1].toPixelSize(scale),
-               padding[2].toPixelSize(scale), padding[3].toPixelSize(scale));
+namespace {
+
+// Four edges in pixels; most windows have none, and every paint asks.
+CRect EdgesInPixels(const SLayoutSize (&edges)[4], int scale) {
+  if (edges[0].isZero() && edges[1].isZero() && edges[2].isZero() && edges[3].isZero()) return CRect();
+  return CRect(edges[0].toPixelSize(scale), edges[1].toPixelSize(scale), edges[2].toPixelSize(scale),
+               edges[3].toPixelSize(scale));
 }
 
-CRect SwndStyle::GetMargin(int scale) const {
-  return CRect(margin[0].toPixelSize(scale), margin[1].toPixelSize(scale),
-               margin[2].toPixelSize(scale), margin[3].toPixelSize(scale));
-}
+}  // namespace
+
+CRect SwndStyle::GetPadding(int scale) const { return EdgesInPixels(padding, scale); }
+
+CRect SwndStyle::GetMargin(int scale) const { return EdgesInPixels(margin, scale); }
 
 COLORREF SwndStyle::GetTextColor(int state) const {
   if (state > 0 && state < 4 && colorText[state].IsSet()) return colorText[state].Get();
