@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cwctype>
 #include <map>
 #include <string>
 #include <tuple>
@@ -15,6 +16,7 @@
 #include "backends/cairo_render.h"
 #include "display/legend.h"
 #include "framework/control_classes.h"
+#include "soui/qvrichtext.h"
 #include "soui/scrollview.h"
 #include "tabs/item_base.h"
 #include "testing/contrast.h"
@@ -107,19 +109,36 @@ class GalleryLookTest : public SOUI::test::UiTestBase,
   }
 
   // Texts whose strongest pixel stands out less than 3:1 from the colour
-  // most of their box shows (what is behind the text).
-  void FindFaintTexts(const SWindow* w, const SOUI::CairoRenderTarget& frame, std::vector<std::string>* out) const {
-    if (!Shown(w)) return;
+  // most of their box shows (what is behind the text). Rich text is checked
+  // piece by piece: one faint run among readable ones is still faint.
+  void FindFaintTexts(SWindow* w, const SOUI::CairoRenderTarget& frame, std::vector<std::string>* out) const {
+    if (!Shown(w) || Muted(w)) return;
     // Children under an overlay (one covering all of w) do not show.
-    const SWindow* first_shown = w->GetWindow(SOUI::GSW_FIRSTCHILD);
-    for (const SWindow* c = first_shown; c; c = c->GetWindow(SOUI::GSW_NEXTSIBLING)) {
+    SWindow* first_shown = w->GetWindow(SOUI::GSW_FIRSTCHILD);
+    for (SWindow* c = first_shown; c; c = c->GetWindow(SOUI::GSW_NEXTSIBLING)) {
       if (Shown(c) && c->GetWindowRect() == w->GetClientRect()) first_shown = c;
     }
     const bool leaf = !w->GetWindow(SOUI::GSW_FIRSTCHILD);
-    for (const SWindow* c = first_shown; c; c = c->GetWindow(SOUI::GSW_NEXTSIBLING)) FindFaintTexts(c, frame, out);
-    if (!leaf || SStringW(w->GetWindowText()).Trim().IsEmpty() || Muted(w)) return;
-    // What shows of it: a scroll view may hide part or all of a window.
-    const CRect box = w->GetVisibleRect() & CRect(SOUI::CPoint(0, 0), frame.GetSize());
+    for (SWindow* c = first_shown; c; c = c->GetWindow(SOUI::GSW_NEXTSIBLING)) FindFaintTexts(c, frame, out);
+    if (!leaf) return;
+    if (auto* rich = dynamic_cast<SOUI::QVRichText*>(w)) {
+      const CRect area = rich->GetChildrenLayoutRect();
+      for (const auto& piece : rich->LayoutFragments(area.Width())) {
+        const std::wstring& t = piece.text.str();
+        if (std::all_of(t.begin(), t.end(), [](wchar_t c) { return std::iswspace(c) || c == L'\u00A0'; })) continue;
+        CRect box = piece.rc;
+        box.OffsetRect(area.left, area.top);
+        CheckBox(w, box & w->GetVisibleRect(), frame, "\"" + piece.text.ToUtf8() + "\" in ", out);
+      }
+    } else if (!SStringW(w->GetWindowText()).Trim().IsEmpty()) {
+      // What shows of it: a scroll view may hide part or all of a window.
+      CheckBox(w, w->GetVisibleRect(), frame, "", out);
+    }
+  }
+
+  static void CheckBox(const SWindow* w, CRect box, const SOUI::CairoRenderTarget& frame, const std::string& what,
+                       std::vector<std::string>* out) {
+    box = box & CRect(SOUI::CPoint(0, 0), frame.GetSize());
     std::map<COLORREF, int> counts;
     for (int y = box.top; y < box.bottom; ++y) {
       for (int x = box.left; x < box.right; ++x) ++counts[frame.GetPixel(x, y) | 0xFF000000];
@@ -132,7 +151,7 @@ class GalleryLookTest : public SOUI::test::UiTestBase,
     if (best < 3.0) {
       char ratio[16];
       std::snprintf(ratio, sizeof ratio, "%.2f", best);
-      out->push_back(CardOf(w) + ": " + Describe(w) + " contrast " + ratio);
+      out->push_back(CardOf(w) + ": " + what + Describe(w) + " contrast " + ratio);
     }
   }
 
