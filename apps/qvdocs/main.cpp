@@ -123,7 +123,9 @@ std::string IndexHtml(const std::vector<ControlPage>& pages) {
   std::string h = Head("QVStandardCtrls controls");
   h += "<h1>QVStandardCtrls controls</h1><p>Every XML tag the library registers. A host registers them with "
        "<code>RegisterQVStandardCtrls(app.GetFactory())</code> and loads the default theme from "
-       "<code>GetDefaultThemeFile()</code>. Pictures are rendered by the library from each page's example.</p>";
+       "<code>GetDefaultThemeFile()</code>. Pictures are rendered by the library from each page's example. "
+       "The API of the public headers is in <a href='api/html/index.html'>api/html</a> when "
+       "<code>./dev docs</code> could run Doxygen.</p>";
   std::map<std::string, std::vector<const ControlPage*>> families;
   for (const ControlPage& p : pages) families[p.family].push_back(&p);
   for (const auto& f : families) {
