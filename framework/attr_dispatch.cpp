@@ -58,6 +58,11 @@ QVAttrNames QVListAttributes(SWindow* ctrl) {
   return names;
 }
 
+void QVListOwnNames(const wchar_t* const* names, std::size_t count) {
+  if (!g_listing || !names) return;
+  for (std::size_t i = 0; i < count; ++i) g_listing->own.push_back(names[i]);
+}
+
 HRESULT QVRejectUnknownAttribute(const SWindow* wnd, const SStringW& name, const SStringW& value) {
   const SStringW tag = wnd ? SStringW(wnd->GetObjectClass()) : SStringW(L"?");
   const SStringW wnd_name = wnd ? wnd->GetName() : SStringW();

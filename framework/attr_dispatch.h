@@ -71,6 +71,11 @@ struct QVAttrNames {
 // or for a window that does not use the dispatch.
 QVSTDCTRLS_API QVAttrNames QVListAttributes(SOUI::SWindow* ctrl);
 
+// For a control that answers for some names before its dispatch (a composite
+// handing them to an inner control): adds them to a running listing, else
+// does nothing.
+QVSTDCTRLS_API void QVListOwnNames(const wchar_t* const* names, std::size_t count);
+
 // A name neither handled, admitted nor structural: one warning per place
 // (tag, name, attribute). Shares the toolkit's place key, so the loader does
 // not say it a second time.

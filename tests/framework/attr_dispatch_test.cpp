@@ -101,9 +101,13 @@ class DispatchingChild : public Dispatching {
   HRESULT OnAttrChild(const SStringW&, BOOL) { return S_OK; }
 };
 
+// Also answers for "inner" before its dispatch, as a composite does.
 class Unfiltered : public SOUI::SWindow {
  public:
   HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    static const wchar_t* const kInner[] = {L"inner"};
+    if (name == L"inner") return S_OK;
+    QVListOwnNames(kInner, 1);
     static const QVAttrEntry<Unfiltered> kAttrs[] = {{L"mine", &Unfiltered::OnAttrMine}};
     return QVDispatchAttribute<Unfiltered, SOUI::SWindow>(this, kAttrs, nullptr, name, value, loading);
   }
@@ -123,12 +127,15 @@ TEST(AttrListing, NamesEveryLevelWithoutSettingAnything) {
 
   Unfiltered u;
   const QVAttrNames open = QVListAttributes(&u);
-  EXPECT_EQ(open.own, std::vector<SStringW>{L"mine"});
+  EXPECT_EQ(open.own, (std::vector<SStringW>{L"inner", L"mine"}));
   EXPECT_TRUE(open.admitted.empty());
   EXPECT_TRUE(open.all_toolkit);
   // After listing, the dispatch works as before.
   EXPECT_EQ(d.SetAttribute(L"own", L"1", FALSE), S_FALSE);
 
+  // Outside a listing the names go nowhere.
+  EXPECT_EQ(u.SetAttribute(L"mine", L"1", FALSE), S_OK);
+  QVListOwnNames(nullptr, 3);
   EXPECT_TRUE(QVListAttributes(nullptr).own.empty());
   SOUI::SWindow plain;
   const QVAttrNames none = QVListAttributes(&plain);
