@@ -39,8 +39,9 @@ struct QVAttrEntry {
   const wchar_t* name;
   HRESULT (T::*handler)(const SOUI::SStringW& value, BOOL loading);
   // The base class sees the attribute too after the handler ran. The
-  // handler's result stays the answer unless the base rejects the value; a
-  // failing handler stops before the base.
+  // handler's result stays the answer unless the base rejects the value (not
+  // knowing the name is no rejection, and says nothing); a failing handler
+  // stops before the base.
   bool chain_to_base = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "qvhost/qvlog.h"
 #include "soui/sapp.h"
 
 namespace QVStandardCtrls {
@@ -30,6 +31,7 @@ class Dispatching : public RecordingBase {
     static const QVAttrEntry<Dispatching> kAttrs[] = {
         {L"own", &Dispatching::OnAttrOwn},
         {L"shared", &Dispatching::OnAttrShared, true},
+        {L"quiet", &Dispatching::OnAttrShared, true},  // the toolkit does not know it
     };
     static const QVAdmittedAttrs kAdmitted = {L"skin", L"colorBkgnd"};
     return QVDispatchAttribute<Dispatching, RecordingBase>(this, kAttrs, &kAdmitted, name, value, loading);
@@ -67,6 +69,8 @@ TEST_P(AttrDispatch, RoutesByTableAdmittedSetOrDrops) {
   EXPECT_EQ(static_cast<int>(d.handled.size()), row.handler_calls);
   EXPECT_EQ(!d.reached.empty(), row.reaches_base);
   EXPECT_EQ(d.GetAttribute(row.attr) == row.value, row.remembered);
+  // Only a refused name is a mistake worth a log line.
+  EXPECT_EQ(QVLogSinkOf(app_).Contains(L"unknown attribute"), row.result == E_NOTIMPL);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -79,6 +83,7 @@ INSTANTIATE_TEST_SUITE_P(
         DispatchRow{"chained", L"Shared", L"1", S_OK, 1, true, true},
         DispatchRow{"chained_handler_fails", L"shared", L"reject", E_FAIL, 1, false, false},
         DispatchRow{"chained_base_fails", L"shared", L"bad", E_FAIL, 1, true, false},
+        DispatchRow{"chained_base_does_not_know", L"quiet", L"1", S_OK, 1, true, true},
         // The admitted set is case-sensitive.
         DispatchRow{"admitted", L"colorBkgnd", L"#FF0000", S_OK, 0, true, true},
         DispatchRow{"admitted_wrong_case", L"colorbkgnd", L"#FF0000", E_NOTIMPL, 0, false, false},
@@ -118,7 +123,7 @@ TEST(AttrListing, NamesEveryLevelWithoutSettingAnything) {
   SOUI::SApplication app;
   DispatchingChild d;
   const QVAttrNames names = QVListAttributes(&d);
-  EXPECT_EQ(names.own, (std::vector<SStringW>{L"child", L"own", L"shared"}));
+  EXPECT_EQ(names.own, (std::vector<SStringW>{L"child", L"own", L"shared", L"quiet"}));
   EXPECT_EQ(names.admitted, (std::vector<SStringW>{L"colorBkgnd", L"skin"}));
   EXPECT_FALSE(names.all_toolkit);
   // The filtering level answers for itself: the base is never reached.
