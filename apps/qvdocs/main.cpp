@@ -15,7 +15,8 @@
 //   generator still writes every page, then says what is wrong and fails, so
 //   that a broken reference is never published quietly.
 // - Style codes come from the library's tables, not from the page, when the
-//   page names a table: they cannot go stale.
+//   page names a table: they cannot go stale. Every code shown, listed or
+//   not, is tried on the control, which must not log it as unknown.
 #include <sys/stat.h>
 
 #include <cstdio>
@@ -98,8 +99,8 @@ std::string ControlHtml(const ControlPage& p) {
   h += "</p>";
   if (!p.styles.empty() || !p.styles_text.empty()) {
     h += "<h2>Style codes (<code>qvstyle</code>)</h2><p>" + Esc(p.styles_text) + "</p>";
-    std::vector<std::string> codes;
-    if (!p.styles.empty() && StyleCodes(p.styles, &codes)) {
+    const std::vector<std::string> codes = PageCodes(p);
+    if (!codes.empty()) {
       h += "<p class='codes'>";
       for (const std::string& c : codes) h += "<code>" + Esc(c) + "</code> ";
       h += "</p>";

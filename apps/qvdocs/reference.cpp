@@ -14,6 +14,7 @@
 #include "framework/control_classes.h"
 #include "framework/style_tables.h"
 #include "framework/theme_location.h"
+#include "display/tags.h"
 #include "qvhost/qvlog.h"
 
 using namespace SOUI;
@@ -94,6 +95,7 @@ std::vector<ControlPage> LoadPages(const std::string& dir, std::vector<std::stri
     pugi::xml_node styles = c.child("styles");
     p.styles = styles.attribute("table").value();
     p.styles_text = styles.text().get();
+    p.codes = Words(styles.attribute("codes").value());
     for (pugi::xml_node e : c.children("event")) {
       p.events.push_back({e.attribute("id").as_int(), e.attribute("name").value(), e.attribute("args").value(),
                           e.text().get()});
@@ -131,6 +133,7 @@ bool StyleCodes(const std::string& table, std::vector<std::string>* codes) {
   else if (table == "loadingbar") *codes = Keys(QVLoadingBarStyles());
   else if (table == "pageloading") *codes = Keys(QVPageLoadingCtrlStyles());
   else if (table == "pictureupload") *codes = Keys(QVPictureUploadCtrlStyles());
+  else if (table == "tag") *codes = Keys(GetQVTagTable().codes);
   else return false;
   return true;
 }
@@ -220,9 +223,23 @@ std::vector<std::string> CheckPage(const ControlPage& page, SHostWnd* host) {
     }
   }
 
-  std::vector<std::string> codes;
-  if (!page.styles.empty() && !StyleCodes(page.styles, &codes)) say("no style table " + page.styles);
+  std::vector<std::string> table;
+  if (!page.styles.empty() && !StyleCodes(page.styles, &table)) say("no style table " + page.styles);
+  // Each code on the live control: one it does not know logs a warning.
+  SApplication* app = SApplication::getSingletonPtr();
+  for (const std::string& code : PageCodes(page)) {
+    const size_t before = app ? Warnings(*app).size() : 0;
+    w->SetAttribute(L"qvstyle", SStringW::FromUtf8(code), FALSE);
+    if (app && Warnings(*app).size() != before) say("does not know the style code " + code);
+  }
   return problems;
+}
+
+std::vector<std::string> PageCodes(const ControlPage& page) {
+  std::vector<std::string> codes;
+  if (!page.styles.empty()) StyleCodes(page.styles, &codes);
+  codes.insert(codes.end(), page.codes.begin(), page.codes.end());
+  return codes;
 }
 
 std::vector<std::string> Warnings(SApplication& app) {

@@ -10,6 +10,7 @@
 //     <toolkit names="skin font"/>      toolkit attributes the control keeps
 //     <toolkit all="1"/>                or: every toolkit attribute of its base
 //     <styles table="button">How codes are applied.</styles>
+//     <styles codes="TD TC TW">...</styles>  codes a control keeps itself
 //     <event id="10000" name="on_command" args="idFrom, nameFrom">When.</event>
 //     <snippet width="240dp" height="64dp"> a layout fragment </snippet>
 //   </control>
@@ -42,6 +43,7 @@ struct ControlPage {
   std::vector<std::string> toolkit;
   bool toolkit_all = false;
   std::string styles, styles_text;  // a table name of StyleCodes, or empty
+  std::vector<std::string> codes;   // listed on the page rather than in a table
   std::vector<EventDoc> events;
   std::string snippet;  // the fragment, indented as a page author would write it
   std::string width = "240dp", height = "64dp";
@@ -75,8 +77,12 @@ std::unique_ptr<SOUI::SHostWnd> BuildSnippetHost(SOUI::SApplication& app, const 
 // The first window of class tag under root, in tree order.
 SOUI::SWindow* FindByClass(SOUI::SWindow* root, const std::string& tag);
 
+// Every code a page names: its table's, then its own list.
+std::vector<std::string> PageCodes(const ControlPage& page);
+
 // What the page says against what the control does, as sentences; empty
-// when the page is true. Needs the snippet's host (for a live control).
+// when the page is true. Needs the snippet's host (for a live control); it
+// tries every style code on that control, so check after taking pictures.
 std::vector<std::string> CheckPage(const ControlPage& page, SOUI::SHostWnd* host);
 
 // Lines of warning level or above that app has logged.

@@ -75,6 +75,20 @@ TEST(ReferenceCheck, CatchesEachWayAPageGoesStale) {
   EXPECT_TRUE(has("raises event id 29201, which the page does not name"));
   EXPECT_EQ(problems.size(), 6u);
 
+  // A style code the control does not know.
+  ControlPage bar;
+  bar.tag = "qv_progress";
+  bar.cls = "CQVProgress";
+  bar.base = "window";
+  bar.summary = "A bar.";
+  bar.snippet = "<qv_progress pos='0,0,@100,@10'/>";
+  bar.attrs = {{"min", "", "", ""}, {"max", "", "", ""}, {"value", "", "", ""},
+               {"showtext", "", "", ""}, {"indeterminate", "", "", ""}, {"qvstyle", "", "", ""}};
+  bar.toolkit = {"height", "margin", "padding", "padding_left", "padding_right"};
+  bar.codes = {"PG1", "PG9"};
+  auto bar_host = BuildSnippetHost(*app, bar);
+  EXPECT_EQ(CheckPage(bar, bar_host.get()), std::vector<std::string>{"qv_progress: does not know the style code PG9"});
+
   page.snippet = "<qv_text pos='0,0' text='no legend here'/>";
   host = BuildSnippetHost(*app, page);
   EXPECT_EQ(CheckPage(page, host.get()), std::vector<std::string>{"qv_legend: the snippet makes no qv_legend"});
