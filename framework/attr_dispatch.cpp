@@ -64,11 +64,11 @@ void QVListOwnNames(const wchar_t* const* names, std::size_t count) {
 }
 
 HRESULT QVRejectUnknownAttribute(const SWindow* wnd, const SStringW& name, const SStringW& value) {
+  if (detail::QVChainDepth() > 0) return E_NOTIMPL;
   const SStringW tag = wnd ? SStringW(wnd->GetObjectClass()) : SStringW(L"?");
   const SStringW wnd_name = wnd ? wnd->GetName() : SStringW();
   // The toolkit's own key for this place: its loader stays quiet after us.
   SApplication* app = SApplication::getSingletonPtr();
-  if (detail::QVChainDepth() > 0) return E_NOTIMPL;
   if (!app || app->FirstTimeAt((tag + L"|" + wnd_name + L"|" + name).str())) {
     QVLOG(QV_LOG_WARN, "COMMON") << tag << L" name='" << wnd_name << L"': unknown attribute " << name << L"=\""
                                  << value << L"\" (not one of " << tag << L"'s own or admitted); ignored";
