@@ -13,11 +13,11 @@ namespace {
 int Dp(int v, int scale) { return v * scale / 100; }
 
 // The inner edit's attributes; the composite answers for them.
+const wchar_t* const kEditAttrs[] = {L"filter",   L"text",   L"cueText",  L"cueColor", L"maxBuf",   L"readOnly",
+                                     L"number",   L"password", L"passwordChar", L"font", L"colorText"};
+
 bool IsEditAttr(const SStringW& name) {
-  static const wchar_t* const kNames[] = {L"filter",   L"text",   L"cueText",  L"cueColor", L"maxBuf",
-                                          L"readOnly", L"number", L"password", L"passwordChar",
-                                          L"font",     L"colorText"};
-  for (const wchar_t* n : kNames) {
+  for (const wchar_t* n : kEditAttrs) {
     if (name.CompareNoCase(n) == 0) return true;
   }
   return false;
@@ -29,6 +29,7 @@ CQVEditCom::CQVEditCom() { GetEventSet()->addEvent(EVT_QVEDIT_INPUT_ERROR, Event
 
 HRESULT CQVEditCom::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
   if (IsEditAttr(name)) return AfterAttribute(name, value, loading, OnAttrForEdit(name, value));
+  QVListOwnNames(kEditAttrs, sizeof(kEditAttrs) / sizeof(kEditAttrs[0]));
   static const QVAttrEntry<CQVEditCom> kAttrs[] = {
       {L"qvstyle", &CQVEditCom::OnAttrQVStyle},   {L"icon", &CQVEditCom::OnAttrIcon},
       {L"unit", &CQVEditCom::OnAttrUnit},         {L"clearbtn", &CQVEditCom::OnAttrClearBtn},

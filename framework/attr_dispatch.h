@@ -13,7 +13,7 @@
 //                                            chained entry,] then SWindow::AfterAttribute
 //   name in the admitted set (exact case) -> Base::SetAttribute
 //   structural name (identity, text, placement, state) -> Base::SetAttribute
-//   anything else                          -> dropped, S_OK
+//   anything else                          -> one warning per place, E_NOTIMPL
 //
 // The admitted set keeps page authors from restyling the controls through
 // the toolkit's own look attributes. Identity, text, placement and state are
@@ -23,6 +23,7 @@
 
 #include <cstddef>
 #include <set>
+#include <vector>
 
 #include "framework/qv_export.h"
 #include "soui/sstring.h"
@@ -38,8 +39,9 @@ struct QVAttrEntry {
   const wchar_t* name;
   HRESULT (T::*handler)(const SOUI::SStringW& value, BOOL loading);
   // The base class sees the attribute too after the handler ran. The
-  // handler's result stays the answer unless the base rejects the value; a
-  // failing handler stops before the base.
+  // handler's result stays the answer unless the base rejects the value (not
+  // knowing the name is no rejection, and says nothing); a failing handler
+  // stops before the base.
   bool chain_to_base = false;
 };
 
@@ -55,35 +57,89 @@ QVSTDCTRLS_API void QVLogBadValue(const SOUI::SWindow* wnd, const wchar_t* attr,
 // "0" and "false" in any case are false; everything else is true.
 QVSTDCTRLS_API bool QVParseBool(const SOUI::SStringW& value);
 
+// The names a control answers to besides the structural ones, for the
+// reference and its checks. own: the table entries of every library class on
+// the chain, most derived first; admitted: the toolkit names kept; all_toolkit:
+// no class on the chain filters, so every toolkit attribute of the first
+// toolkit base is accepted.
+struct QVAttrNames {
+  std::vector<SOUI::SStringW> own;
+  std::vector<SOUI::SStringW> admitted;
+  bool all_toolkit = false;
+};
+
+// Asks ctrl's dispatch for its names without setting anything. Empty for null
+// or for a window that does not use the dispatch.
+QVSTDCTRLS_API QVAttrNames QVListAttributes(SOUI::SWindow* ctrl);
+
+// For a control that answers for some names before its dispatch (a composite
+// handing them to an inner control): adds them to a running listing, else
+// does nothing.
+QVSTDCTRLS_API void QVListOwnNames(const wchar_t* const* names, std::size_t count);
+
+// A name neither handled, admitted nor structural: one warning per place
+// (tag, name, attribute). Shares the toolkit's place key, so the loader does
+// not say it a second time.
+QVSTDCTRLS_API HRESULT QVRejectUnknownAttribute(const SOUI::SWindow* wnd, const SOUI::SStringW& name,
+                                                const SOUI::SStringW& value);
+
+namespace detail {
+// Non-null only inside QVListAttributes.
+QVSTDCTRLS_API QVAttrNames* QVActiveListing();
+
+// While a handled name is also shown to the base, the base's levels do not
+// warn that they do not know it.
+QVSTDCTRLS_API int& QVChainDepth();
+struct QVChainScope {
+  QVChainScope() { ++QVChainDepth(); }
+  ~QVChainScope() { --QVChainDepth(); }
+  QVChainScope(const QVChainScope&) = delete;
+  QVChainScope& operator=(const QVChainScope&) = delete;
+};
+
+// Adds one dispatch level's admitted names; true when the level filters
+// nothing, so that Base should be asked too.
+QVSTDCTRLS_API bool QVListAdmitted(QVAttrNames* out, const QVAdmittedAttrs* admitted);
+}  // namespace detail
+
 // admitted == nullptr passes every unhandled name to Base: for a class whose
 // base is itself a library control that filters.
 template <class T, class Base, std::size_t N>
 HRESULT QVDispatchAttribute(T* self, const QVAttrEntry<T> (&table)[N], const QVAdmittedAttrs* admitted,
                             const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) {
+  if (QVAttrNames* listing = detail::QVActiveListing()) {
+    for (const QVAttrEntry<T>& e : table) listing->own.push_back(e.name);
+    return detail::QVListAdmitted(listing, admitted) ? self->Base::SetAttribute(name, value, loading) : S_OK;
+  }
   for (const QVAttrEntry<T>& e : table) {
     if (name.CompareNoCase(e.name) != 0) continue;
     const HRESULT hr = (self->*e.handler)(value, loading);
     if (e.chain_to_base) {
       if (hr < 0) return hr;
+      // A base that does not know the name is no mistake of the page here.
+      const detail::QVChainScope quiet;
       const HRESULT base_hr = self->Base::SetAttribute(name, value, loading);
-      if (base_hr < 0) return base_hr;
+      if (base_hr < 0 && base_hr != E_NOTIMPL) return base_hr;
     }
     return self->SOUI::SWindow::AfterAttribute(name, value, loading, hr);
   }
   if (!admitted || admitted->count(name) != 0 || IsQVStructuralAttr(name)) {
     return self->Base::SetAttribute(name, value, loading);
   }
-  return S_OK;
+  return QVRejectUnknownAttribute(self, name, value);
 }
 
 // For a class with no handlers of its own.
 template <class T, class Base>
 HRESULT QVDispatchAttribute(T* self, const QVAdmittedAttrs* admitted, const SOUI::SStringW& name,
                             const SOUI::SStringW& value, BOOL loading) {
+  if (QVAttrNames* listing = detail::QVActiveListing()) {
+    return detail::QVListAdmitted(listing, admitted) ? self->Base::SetAttribute(name, value, loading) : S_OK;
+  }
   if (!admitted || admitted->count(name) != 0 || IsQVStructuralAttr(name)) {
     return self->Base::SetAttribute(name, value, loading);
   }
-  return S_OK;
+  return QVRejectUnknownAttribute(self, name, value);
 }
 
 }  // namespace QVStandardCtrls

@@ -213,6 +213,18 @@ void CQVItemBase::HideWithAnimator(int duration_ms) {
   show_anim_.Start(show_duration_);
 }
 
+namespace {
+// The fade is the item's own doing, not a page restyling its children: each
+// descendant takes the opacity through the toolkit, past the library
+// controls' attribute filters (a red dot admits no "alpha" from a page).
+void SetOpacityWithChildren(SWindow* w, const SStringW& alpha) {
+  w->SWindow::SetAttribute(L"alpha", alpha, FALSE);
+  for (SWindow* c = w->GetWindow(GSW_FIRSTCHILD); c; c = c->GetWindow(GSW_NEXTSIBLING)) {
+    SetOpacityWithChildren(c, alpha);
+  }
+}
+}  // namespace
+
 void CQVItemBase::OnAnimatorStateShow(int progress) {
   if (progress < 0) {
     show_duration_ = 0;
@@ -221,7 +233,7 @@ void CQVItemBase::OnAnimatorStateShow(int progress) {
   const int alpha = alpha_from_ + (alpha_to_ - alpha_from_) * progress / 1000;
   SStringW text;
   text.Format(L"%d", alpha);
-  SetAttrWithChildren(L"alpha", text, FALSE);
+  SetOpacityWithChildren(this, text);
   if (progress < 1000) return;
   show_duration_ = 0;
   if (alpha_to_ == 0) {

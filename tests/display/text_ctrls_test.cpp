@@ -43,8 +43,8 @@ TEST_F(TextCtrlsTest, ClassTriadsAndFilteredLookAttributes) {
   CQVCheck* c = Find<CQVCheck>(L"c");
   ASSERT_NE(c, nullptr);
   EXPECT_TRUE(c->IsClass(L"check"));
-  // Not an admitted look attribute: dropped with success.
-  EXPECT_EQ(c->SetAttribute(L"colorBorder", L"#00FF00", FALSE), S_OK);
+  // Not an admitted look attribute: refused as unknown.
+  EXPECT_EQ(c->SetAttribute(L"colorBorder", L"#00FF00", FALSE), E_NOTIMPL);
   EXPECT_FALSE(c->GetStyle().colorBorder.IsSet());
 }
 

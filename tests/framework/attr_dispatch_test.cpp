@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "qvhost/qvlog.h"
 #include "soui/sapp.h"
 
 namespace QVStandardCtrls {
@@ -30,6 +31,7 @@ class Dispatching : public RecordingBase {
     static const QVAttrEntry<Dispatching> kAttrs[] = {
         {L"own", &Dispatching::OnAttrOwn},
         {L"shared", &Dispatching::OnAttrShared, true},
+        {L"quiet", &Dispatching::OnAttrShared, true},  // the toolkit does not know it
     };
     static const QVAdmittedAttrs kAdmitted = {L"skin", L"colorBkgnd"};
     return QVDispatchAttribute<Dispatching, RecordingBase>(this, kAttrs, &kAdmitted, name, value, loading);
@@ -67,6 +69,8 @@ TEST_P(AttrDispatch, RoutesByTableAdmittedSetOrDrops) {
   EXPECT_EQ(static_cast<int>(d.handled.size()), row.handler_calls);
   EXPECT_EQ(!d.reached.empty(), row.reaches_base);
   EXPECT_EQ(d.GetAttribute(row.attr) == row.value, row.remembered);
+  // Only a refused name is a mistake worth a log line.
+  EXPECT_EQ(QVLogSinkOf(app_).Contains(L"unknown attribute"), row.result == E_NOTIMPL);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -79,16 +83,69 @@ INSTANTIATE_TEST_SUITE_P(
         DispatchRow{"chained", L"Shared", L"1", S_OK, 1, true, true},
         DispatchRow{"chained_handler_fails", L"shared", L"reject", E_FAIL, 1, false, false},
         DispatchRow{"chained_base_fails", L"shared", L"bad", E_FAIL, 1, true, false},
+        DispatchRow{"chained_base_does_not_know", L"quiet", L"1", S_OK, 1, true, true},
         // The admitted set is case-sensitive.
         DispatchRow{"admitted", L"colorBkgnd", L"#FF0000", S_OK, 0, true, true},
-        DispatchRow{"admitted_wrong_case", L"colorbkgnd", L"#FF0000", S_OK, 0, false, false},
+        DispatchRow{"admitted_wrong_case", L"colorbkgnd", L"#FF0000", E_NOTIMPL, 0, false, false},
         // Identity and placement always go through, in any case.
         DispatchRow{"structural", L"NAME", L"x", S_FALSE, 0, true, true},
         DispatchRow{"structural_pos", L"pos", L"1,2", S_FALSE, 0, true, true},
-        // Everything else is dropped with success.
-        DispatchRow{"dropped_look", L"colorText", L"#FF0000", S_OK, 0, false, false},
-        DispatchRow{"dropped_unknown", L"whatever", L"1", S_OK, 0, false, false}),
+        // Everything else is refused as unknown.
+        DispatchRow{"dropped_look", L"colorText", L"#FF0000", E_NOTIMPL, 0, false, false},
+        DispatchRow{"dropped_unknown", L"whatever", L"1", E_NOTIMPL, 0, false, false}),
     [](const ::testing::TestParamInfo<DispatchRow>& info) { return std::string(info.param.name); });
+
+// A library class over a filtering library base, and one over the toolkit
+// that filters nothing.
+class DispatchingChild : public Dispatching {
+ public:
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    static const QVAttrEntry<DispatchingChild> kAttrs[] = {{L"child", &DispatchingChild::OnAttrChild}};
+    return QVDispatchAttribute<DispatchingChild, Dispatching>(this, kAttrs, nullptr, name, value, loading);
+  }
+  HRESULT OnAttrChild(const SStringW&, BOOL) { return S_OK; }
+};
+
+// Also answers for "inner" before its dispatch, as a composite does.
+class Unfiltered : public SOUI::SWindow {
+ public:
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    static const wchar_t* const kInner[] = {L"inner"};
+    if (name == L"inner") return S_OK;
+    QVListOwnNames(kInner, 1);
+    static const QVAttrEntry<Unfiltered> kAttrs[] = {{L"mine", &Unfiltered::OnAttrMine}};
+    return QVDispatchAttribute<Unfiltered, SOUI::SWindow>(this, kAttrs, nullptr, name, value, loading);
+  }
+  HRESULT OnAttrMine(const SStringW&, BOOL) { return S_OK; }
+};
+
+TEST(AttrListing, NamesEveryLevelWithoutSettingAnything) {
+  SOUI::SApplication app;
+  DispatchingChild d;
+  const QVAttrNames names = QVListAttributes(&d);
+  EXPECT_EQ(names.own, (std::vector<SStringW>{L"child", L"own", L"shared", L"quiet"}));
+  EXPECT_EQ(names.admitted, (std::vector<SStringW>{L"colorBkgnd", L"skin"}));
+  EXPECT_FALSE(names.all_toolkit);
+  // The filtering level answers for itself: the base is never reached.
+  EXPECT_TRUE(d.handled.empty());
+  EXPECT_TRUE(d.reached.empty());
+
+  Unfiltered u;
+  const QVAttrNames open = QVListAttributes(&u);
+  EXPECT_EQ(open.own, (std::vector<SStringW>{L"inner", L"mine"}));
+  EXPECT_TRUE(open.admitted.empty());
+  EXPECT_TRUE(open.all_toolkit);
+  // After listing, the dispatch works as before.
+  EXPECT_EQ(d.SetAttribute(L"own", L"1", FALSE), S_FALSE);
+
+  // Outside a listing the names go nowhere.
+  EXPECT_EQ(u.SetAttribute(L"mine", L"1", FALSE), S_OK);
+  QVListOwnNames(nullptr, 3);
+  EXPECT_TRUE(QVListAttributes(nullptr).own.empty());
+  SOUI::SWindow plain;
+  const QVAttrNames none = QVListAttributes(&plain);
+  EXPECT_TRUE(none.own.empty() && none.admitted.empty() && !none.all_toolkit);
+}
 
 struct BoolRow {
   const wchar_t* text;

@@ -52,7 +52,8 @@ class ItemBaseTest : public SOUI::test::UiTestBase {
     item_ = new CQVItemBase(&container_);
     Find(L"box")->InsertChild(item_);
     pugi::xml_document doc;
-    doc.load_string("<item name=\"it\" pos=\"100,10,@60,@30\"><window name=\"kid\" pos=\"0,0,@10,@10\"/></item>");
+    doc.load_string("<item name=\"it\" pos=\"100,10,@60,@30\"><window name=\"kid\" pos=\"0,0,@10,@10\"/>"
+                    "<qv_reddot name=\"dot\" pos=\"20,0,@6,@6\"/></item>");
     item_->InitFromXml(doc.first_child());
     Layout();
     item_->SetAttribute(L"itemid", L"4", FALSE);
@@ -184,6 +185,9 @@ TEST_F(ItemBaseTest, FadesSetAlphaOnTheItemAndItsChildren) {
   EXPECT_GT(kid->GetAlpha(), 0);
   EXPECT_LT(kid->GetAlpha(), 255);
   EXPECT_EQ(kid->GetAlpha(), item_->GetAlpha());
+  // A library control inside fades too, though a page may not set its alpha.
+  EXPECT_EQ(item_->FindChildByName(L"dot")->GetAlpha(), item_->GetAlpha());
+  EXPECT_FALSE(LogContains(L"alpha"));
   Advance(70);
   EXPECT_EQ(kid->GetAlpha(), 0);
   EXPECT_FALSE(item_->IsVisible());
