@@ -197,7 +197,15 @@ IFontPtr CairoRenderTarget::CreateFont(const FontDesc& desc) { return MakeFontOb
 IFontPtr CairoRenderTarget::SelectFont(IFontPtr font) {
   IFontPtr old = font_;
   font_ = font ? std::move(font) : MakeFontObject(FontDesc());
+  for (const SelectedFont& f : recent_fonts_) {
+    if (f.font == font_) {
+      font_entry_ = f.entry;
+      return old;
+    }
+  }
   font_entry_ = text_->GetFont(font_->Desc());
+  recent_fonts_[1] = std::move(recent_fonts_[0]);
+  recent_fonts_[0] = SelectedFont{font_, font_entry_};
   return old;
 }
 IPenPtr CairoRenderTarget::SelectPen(IPenPtr pen) {

@@ -120,6 +120,16 @@ class CairoRenderTarget : public IRenderTarget {
   std::shared_ptr<TextEngine> text_;
   IFontPtr font_;
   const TextEngine::Font* font_entry_ = nullptr;  // the engine's objects for font_
+  // The last two fonts selected and their engine objects: a window painting
+  // selects its font and then the one before again, so the engine's font
+  // table is searched once per font rather than twice per window. The
+  // pointers keep the fonts alive, so an address cannot come back as
+  // another font.
+  struct SelectedFont {
+    IFontPtr font;
+    const TextEngine::Font* entry = nullptr;
+  };
+  SelectedFont recent_fonts_[2];
   IPenPtr pen_;
   IBrushPtr brush_;
   COLORREF text_color_ = RGBA(0, 0, 0, 0xFF);
