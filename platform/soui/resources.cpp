@@ -1,9 +1,11 @@
 #include "soui/resources.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cwctype>
 #include <fstream>
 #include <sstream>
+#include <string_view>
 
 #include "soui/layout.h"
 #include "soui/sapp.h"
@@ -41,15 +43,16 @@ bool ReadFile(const SStringW& path, std::string* out) {
   return true;
 }
 
-// Strips "@color" style prefixes: "@color\a\b" -> "a\b", "@color/x" -> "x".
-bool StripReference(const SStringW& text, const wchar_t* kind, SStringW* key) {
-  const SStringW prefix = SStringW(L"@") + kind;
-  if (text.GetLength() <= prefix.GetLength() + 1) return false;
-  if (text.Left(prefix.GetLength()) != prefix) return false;
-  const wchar_t sep = text.GetAt(prefix.GetLength());
+// Strips "@color" style prefixes: "@color\a\b" -> "a\b", "@color/x" -> "x",
+// into *key (reused by the caller, so that a lookup allocates nothing).
+bool StripReference(const SStringW& text, const wchar_t* kind, std::wstring* key) {
+  const std::wstring_view t(text.c_str(), static_cast<size_t>(text.GetLength()));
+  const std::wstring_view k(kind);
+  if (t.size() <= k.size() + 2 || t[0] != L'@' || t.substr(1, k.size()) != k) return false;
+  const wchar_t sep = t[k.size() + 1];
   if (sep != L'\\' && sep != L'/') return false;
-  *key = text.Mid(prefix.GetLength() + 1);
-  key->Replace(L'/', L'\\');
+  key->assign(t.substr(k.size() + 2));
+  std::replace(key->begin(), key->end(), L'/', L'\\');
   return true;
 }
 
@@ -236,21 +239,20 @@ void SResProvider::LoadColorTable(pugi::xml_node node, const SStringW& prefix) {
     const SStringW key = prefix.IsEmpty() ? XmlName(c) : prefix + L"\\" + XmlName(c);
     if (pugi::xml_attribute v = XmlAttrNoCase(c, L"value")) {
       COLORREF cr;
-      if (ParseColorLiteral(XmlValue(v), &cr)) colors_[key] = cr;
+      if (ParseColorLiteral(XmlValue(v), &cr)) colors_[key.str()] = cr;
     }
     if (c.first_child()) LoadColorTable(c, key);
   }
 }
 
 void SResProvider::SetColor(const SStringW& key, COLORREF color) {
-  colors_[key] = color;
+  colors_[key.str()] = color;
   ++generation_;
 }
 
 bool SResProvider::ResolveColor(const SStringW& text, COLORREF* out) const {
-  SStringW key;
-  if (StripReference(text, L"color", &key)) {
-    auto it = colors_.find(key);
+  if (StripReference(text, L"color", &color_probe_)) {
+    auto it = colors_.find(color_probe_);
     if (it == colors_.end()) return false;
     if (out) *out = it->second;
     return true;
@@ -270,8 +272,9 @@ void SResProvider::SetString(const SStringW& lang, const SStringW& key, const SS
 }
 
 SStringW SResProvider::ResolveString(const SStringW& text) const {
-  SStringW key;
-  if (!StripReference(text, L"string", &key)) return text;
+  std::wstring key_text;
+  if (!StripReference(text, L"string", &key_text)) return text;
+  const SStringW key(std::move(key_text));
   for (const SStringW& lang : {language_, SStringW(L"en")}) {
     auto table = strings_.find(lang);
     if (table == strings_.end()) continue;

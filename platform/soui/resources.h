@@ -20,6 +20,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 
 #include "soui/render.h"
 #include "soui/skin.h"
@@ -113,7 +114,10 @@ class SResProvider {
   void LoadColorTable(pugi::xml_node node, const SStringW& prefix);
 
   unsigned generation_ = 1;
-  std::map<SStringW, COLORREF> colors_;
+  // Looked up for every colour reference a layout sets: hashed, and probed
+  // through one reused key so that a lookup allocates nothing.
+  std::unordered_map<std::wstring, COLORREF> colors_;
+  mutable std::wstring color_probe_;
   SStringW language_ = L"en";
   std::map<SStringW, std::map<SStringW, SStringW>> strings_;  // lang -> key -> value
   FontDesc default_font_;
