@@ -87,8 +87,6 @@ void Line(SOUI::IRenderTarget* rt, POINT a, POINT b, COLORREF color, int width) 
   rt->SelectPen(old);
 }
 
-COLORREF WithAlpha(COLORREF c, int alpha) { return (c & 0x00FFFFFFu) | (static_cast<COLORREF>(alpha) << 24); }
-
 }  // namespace
 
 // ---- CQVGuideView -------------------------------------------------------------------
@@ -238,14 +236,15 @@ void CQVGuideView::OnPaint(SOUI::IRenderTarget* rt) {
   const int radius = Dp(kRadius, s);
   const COLORREF bg = GuideColor(L"bg", RGBA(0xFF, 0xFF, 0xFF, 0xFF));
   const COLORREF border = GuideColor(L"border", RGBA(0xE5, 0xE6, 0xEB, 0xFF));
-  // A soft shadow: rings fading outwards, a little lower than the bubble.
-  const COLORREF shadow = GuideColor(L"shadow", RGBA(0x1F, 0x23, 0x29, 0xFF));
+  // A soft shadow: faint rings stacked, so it darkens towards the bubble,
+  // a little lower than it. The theme's colour carries each ring's alpha.
+  const COLORREF shadow = GuideColor(L"shadow", RGBA(0x1F, 0x23, 0x29, 0x08));
   const int rings = Dp(kShadow, s);
   for (int i = rings; i >= 1; --i) {
     CRect ring = bubble_;
     ring.InflateRect(i, i);
     ring.OffsetRect(0, Dp(2, s) * i / std::max(rings, 1));
-    FillRound(rt, ring, radius + i, WithAlpha(shadow, 6 + 4 * (rings - i) / std::max(rings / 3, 1)));
+    FillRound(rt, ring, radius + i, shadow);
   }
   FillRound(rt, bubble_, radius, border);
   CRect inner = bubble_;
