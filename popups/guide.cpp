@@ -151,6 +151,12 @@ bool QVGuideRun::Place() {
   SOUI::SWindow* anchor = Anchor(index_);
   anchor_ = anchor;
   if (!anchor || !wnd_) return false;
+  const int s = SOUI::SApplication::getSingleton().GetZoom();
+  if (wnd_->view_->Scale() != s) {
+    // The zoom changed: the content is laid out again at the new scale.
+    wnd_->view_->SetContent(steps_[index_], index_, static_cast<int>(steps_.size()), s);
+    last_anchor_ = CRect();
+  }
   const CRect owner = owner_host_->GetWindowRect();
   CRect a = anchor->GetWindowRect();
   a.OffsetRect(owner.TopLeft());
@@ -161,7 +167,6 @@ bool QVGuideRun::Place() {
     wnd_->ShowWindow(SOUI::SW_HIDE);
     return true;
   }
-  const int s = SOUI::SApplication::getSingleton().GetZoom();
   const CSize size = wnd_->view_->BubbleSize();
   const int w = size.cx, h = size.cy, t = Dp(IQVGuide::kTail, s), g = Dp(IQVGuide::kGap, s);
   CRect area = owner;
@@ -231,7 +236,7 @@ bool QVGuideRun::Place() {
 void QVGuideRun::Follow() {
   if (ended_) return;
   auto keep = shared_from_this();
-  if (owner_host_) owner_host_->UpdateLayout();
+  owner_host_->UpdateLayout();
   if (!Place()) AnchorLost();
 }
 
@@ -312,12 +317,10 @@ void QVGuideRun::OnSwndRemoved(SOUI::SHostWnd* host, SOUI::SWindow* wnd) {
   if (lost_timer_) return;
   std::weak_ptr<QVGuideRun> weak = weak_from_this();
   lost_timer_ = SOUI::SApplication::getSingleton().GetClock().SetTimer(0, [weak] {
-    auto self = weak.lock();
-    if (!self) return;
-    self->lost_timer_ = 0;
-    if (self->ended_) return;
-    if (self->owner_host_) self->owner_host_->UpdateLayout();
-    if (!self->Place()) self->AnchorLost();
+    if (auto self = weak.lock()) {
+      self->lost_timer_ = 0;
+      self->Follow();
+    }
   }, false);
 }
 

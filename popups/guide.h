@@ -28,7 +28,7 @@
 // the edge facing the anchor and points at the anchor's middle, kept clear
 // of the bubble's rounded corners. The bubble follows the anchor: at once
 // when the owner moves or resizes, and within kFollowMs when the layout
-// moves the anchor. It hides while the owner is hidden.
+// moves the anchor or the zoom changes. It hides while the owner is hidden.
 //
 //        anchor
 //          ^            tail: kTail dp long, 2 * kTail wide at its base,
@@ -55,7 +55,9 @@
 //   no step whose anchor exists      Start returns false, nothing shows
 //   a step whose anchor is missing   passed over in the direction of travel
 //                                    (forward from Start and "next",
-//                                    backward from "previous")
+//                                    backward from "previous"); "next"
+//                                    with no later step that can show
+//                                    finishes the guide
 //   the anchor destroyed (or hidden) while its step shows
 //                                    the guide moves on to the next step
 //                                    with an anchor; past the last one it

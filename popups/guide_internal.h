@@ -34,6 +34,7 @@ class CQVGuideView : public SOUI::SWindow {
   // Lays the step's content out for scale; BubbleSize() is then known.
   void SetContent(const QVGuideStep& step, int index, int count, int scale);
   SOUI::CSize BubbleSize() const { return size_; }
+  int Scale() const { return scale_; }
   // The bubble's rectangle and the tail's point in this window's client
   // coordinates.
   void SetPlacement(const SOUI::CRect& bubble, EnQVGuideSide side, SOUI::CPoint tip);

@@ -206,6 +206,10 @@ TEST_F(GuideTest, FollowsTheAnchorWhenTheOwnerMovesAndTheLayoutChanges) {
   host()->ShowWindow(SOUI::SW_SHOWNOACTIVATE);
   Advance(IQVGuide::kFollowMs);
   EXPECT_TRUE(Bubble()->IsWindowVisible());
+  // A new zoom lays the bubble out again at its scale.
+  app_->SetZoom(150);
+  Advance(IQVGuide::kFollowMs);
+  EXPECT_EQ(Bubble()->GetBubbleRect().Width(), IQVGuide::kBubbleW * 3 / 2);
 }
 
 TEST_F(GuideTest, BadStartsAreRefusedWithALogLine) {
