@@ -18,11 +18,13 @@
 // under it listing the hidden tabs (the selected one ticked, disabled ones
 // greyed); choosing one selects it (with the usual veto) and scrolls the
 // row so that it shows. Any selection of a hidden tab scrolls it into view.
-// The strips with their own layout (segment, tab view) do not offer it.
+// A tab view's add button follows the last tab, so it is out while that tab
+// is.
 #pragma once
 
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -262,6 +264,8 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   std::vector<MoveNode> GetMoveNode(SOUI::CRect from, SOUI::CRect to, SOUI::CRect container) const;
   void ResetSwitchState();
   int ItemHeightPx() const;
+  static bool IsTab(const CQVItemBase* item) { return item && item->GetItemType() == kQVTabItemType; }
+  static int ItemWidthPx(CQVItemBase* item) { return std::max(0, item->GetDesiredSize(-1, -1).cx); }
 
   CQVItemBase* head_ = nullptr;
   CQVItemBase* pressed_ = nullptr;
