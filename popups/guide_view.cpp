@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "popups/guide_internal.h"
+#include "popups/popup_paint_internal.h"
 #include "qvhost/qvlog.h"
 #include "soui/sapp.h"
 
@@ -12,6 +13,7 @@ using SOUI::CRect;
 using SOUI::CSize;
 using SOUI::SStringW;
 using namespace guide_internal;
+using namespace popup_paint;
 
 namespace {
 
@@ -70,21 +72,6 @@ int LineWidth(const SStringW& text, SOUI::IFontPtr font) {
   rt->MeasureText(text.c_str(), std::min(text.GetLength(), SOUI::kMaxRenderTextLength), &sz);
   rt->SelectFont(old);
   return sz.cx;
-}
-
-void FillRound(SOUI::IRenderTarget* rt, const CRect& rc, int radius, COLORREF color) {
-  SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(color));
-  SOUI::IPenPtr old_pen = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, color, 0));
-  rt->FillRoundRect(&rc, POINT{radius, radius});
-  rt->SelectPen(old_pen);
-  rt->SelectBrush(old);
-}
-
-void Line(SOUI::IRenderTarget* rt, POINT a, POINT b, COLORREF color, int width) {
-  SOUI::IPenPtr old = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, color, std::max(width, 1)));
-  const POINT pts[] = {a, b};
-  rt->DrawLines(pts, 2);
-  rt->SelectPen(old);
 }
 
 }  // namespace
@@ -198,11 +185,11 @@ void CQVGuideView::PaintTail(SOUI::IRenderTarget* rt, COLORREF bg, COLORREF bord
   const int w = std::max(1, Dp(1, scale_));
   const POINT tip{tip_.x, tip_.y};
   if (vertical) {
-    Line(rt, tip, POINT{tip_.x - t, tip_.y + dir * t}, border, w);
-    Line(rt, tip, POINT{tip_.x + t, tip_.y + dir * t}, border, w);
+    const POINT sides[] = {{tip_.x - t, tip_.y + dir * t}, tip, {tip_.x + t, tip_.y + dir * t}};
+    Polyline(rt, sides, 3, border, w);
   } else {
-    Line(rt, tip, POINT{tip_.x + dir * t, tip_.y - t}, border, w);
-    Line(rt, tip, POINT{tip_.x + dir * t, tip_.y + t}, border, w);
+    const POINT sides[] = {{tip_.x + dir * t, tip_.y - t}, tip, {tip_.x + dir * t, tip_.y + t}};
+    Polyline(rt, sides, 3, border, w);
   }
 }
 
@@ -280,8 +267,10 @@ void CQVGuideView::OnPaint(SOUI::IRenderTarget* rt) {
       hot_ == EnQVGuidePart::Close ? GuideColor(L"close_hover", RGBA(0x1F, 0x23, 0x29, 0xFF))
                                    : GuideColor(L"close", RGBA(0x86, 0x90, 0x9C, 0xFF));
   const int ci = Dp(4, s), cw = std::max(1, Dp(3, s) / 2);
-  Line(rt, POINT{close.left + ci, close.top + ci}, POINT{close.right - ci - 1, close.bottom - ci - 1}, cross, cw);
-  Line(rt, POINT{close.right - ci - 1, close.top + ci}, POINT{close.left + ci, close.bottom - ci - 1}, cross, cw);
+  const POINT down[] = {{close.left + ci, close.top + ci}, {close.right - ci - 1, close.bottom - ci - 1}};
+  const POINT up[] = {{close.right - ci - 1, close.top + ci}, {close.left + ci, close.bottom - ci - 1}};
+  Polyline(rt, down, 2, cross, cw);
+  Polyline(rt, up, 2, cross, cw);
 
   rt->SelectFont(BodyFont(s));
   if (text_h_ > 0) {
