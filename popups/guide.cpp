@@ -39,8 +39,12 @@ class QVGuideRun : public SOUI::IHostInputHook,
   // The owner's window is gone: ends quietly.
   void Abandon() { End(false, EnQVGuideSkip::Stopped, false); }
 
-  // The bubble's window is being destroyed by someone else: hands are off.
-  void WndGone() { wnd_ = nullptr; }
+  // The bubble's window is being destroyed by someone else: hands are off,
+  // and nothing it still hears reaches this run.
+  void WndGone() {
+    if (wnd_ && wnd_->view_) wnd_->view_->Detach();
+    wnd_ = nullptr;
+  }
   int Step() const { return index_; }
   bool Ended() const { return ended_; }
   CQVGuideWnd* Wnd() const { return wnd_; }
@@ -337,7 +341,7 @@ void QVGuideRun::Teardown() {
   if (wnd_) {
     CQVGuideWnd* wnd = wnd_;
     wnd_ = nullptr;
-    if (wnd->view_) static_cast<CQVGuideView*>(wnd->view_)->Detach();
+    if (wnd->view_) wnd->view_->Detach();
     wnd->DestroyWindow();
     if (app) app->DeleteHostLater(wnd);
   }
