@@ -32,11 +32,11 @@
 //
 //        anchor
 //          ^            tail: kTail dp long, 2 * kTail wide at its base,
-//      ┌──/ \─────┐           kGap dp short of the anchor's edge
-//      │ Title   ×│
-//      │ text ... │
-//      │ 2/3 [Prev] [Next]
-//      └──────────┘
+//      +--/ \--------------+  kGap dp short of the anchor's edge
+//      | Title            x |
+//      | text ...           |
+//      | 2/3  [Prev] [Next] |
+//      +--------------------+
 //
 // Events (fired on the owner host's root, so the host's event map and the
 // root's subscribers see them; nameFrom is "qvguide"; AddEvents declares
@@ -62,11 +62,15 @@
 //                                    the guide moves on to the next step
 //                                    with an anchor; past the last one it
 //                                    ends with SKIPPED, reason AnchorLost
+//   the bubble's window destroyed by someone else
+//                                    the guide ends with SKIPPED, reason
+//                                    Stopped
 //
 // Look: colours from the theme table style_qv_guide (bg, border, shadow,
 // title, text, counter, close, close_hover, button_bg, button_text,
-// button_hover, secondary_border, secondary_text, secondary_hover), sizes in
-// dp at the application zoom, strings @string\qvguide_prev, qvguide_next,
+// button_hover, secondary_border, secondary_text, secondary_hover; the
+// shadow's alpha is that of each of its stacked rings), sizes in dp at the
+// application zoom, strings @string\qvguide_prev, qvguide_next,
 // qvguide_done.
 #pragma once
 
