@@ -230,6 +230,9 @@ TEST_F(GuideTest, BadStartsAreRefusedWithALogLine) {
   EXPECT_FALSE(IQVGuide::Next(owner()));
   EXPECT_FALSE(IQVGuide::Previous(owner()));
   EXPECT_EQ(IQVGuide::GetStep(owner()), -1);
+  // A missing picture is named; the step shows without it.
+  EXPECT_TRUE(IQVGuide::Start(owner(), {QVGuideStep{L"middle", L"T", L"x", L"no_such_skin"}}));
+  EXPECT_TRUE(LogContains(L"image skin \"no_such_skin\" not found"));
 }
 
 TEST_F(GuideTest, StepsWithoutAnAnchorArePassedOverBothWays) {
