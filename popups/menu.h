@@ -44,6 +44,20 @@
 // submenus nested deeper than kMaxDepth or containing themselves (the
 // offending row shows without a submenu).
 //
+// Menus from XML (TrackPopupMenu with a pugi::xml_node, ParseMenuXml,
+// LoadMenuLayout): the node's element children are the rows, in order:
+//   <item id= text= icon= shortcut= enable= check= radio= danger= tip=/>
+//       id a positive number (without one the row is never chosen), icon a
+//       skin name, enable "0" greys the row, check "1" ticks it, radio the
+//       group number, danger "1", tip the reason shown for a disabled row;
+//       <item> children make the row's submenu
+//   <sep/> (or <separator/>) a rule
+// A document node stands for its root element. An unknown element or
+// attribute, an id that does not parse and items nested deeper than
+// kMaxDepth are left out with one log line naming the element, the
+// attribute and the value. A null node or one without rows gives no rows:
+// TrackPopupMenu returns 0 with a log line and shows nothing.
+//
 // Look: colours from the theme table style_qv_menu (bg, border, text,
 // border_strong, text_disabled, text_shortcut, text_danger, hover, separator,
 // check, check_mark, tip_bg, tip_text), sizes in dp at the application zoom.
@@ -52,6 +66,8 @@
 #include <memory>
 #include <set>
 #include <vector>
+
+#include <pugixml.hpp>
 
 #include "framework/qv_export.h"
 #include "soui/hostwnd.h"
@@ -130,6 +146,17 @@ class QVSTDCTRLS_API IQVMenu {
   static UINT TrackPopupMenu(HWND owner, const QVMenuItems& items, SOUI::CPoint pt);
   // The same under anchor (screen), left-aligned with it.
   static UINT TrackPopupMenu(HWND owner, const QVMenuItems& items, const SOUI::CRect& anchor);
+  // The same with the rows read from menu's children (see above); 0 and a
+  // log line when there are none.
+  static UINT TrackPopupMenu(HWND owner, pugi::xml_node menu, SOUI::CPoint pt);
+  static UINT TrackPopupMenu(HWND owner, pugi::xml_node menu, const SOUI::CRect& anchor);
+
+  // Reads rows from menu's children into items (replacing them); false,
+  // with a log line, when no row could be had.
+  static bool ParseMenuXml(pugi::xml_node menu, QVMenuItems* items);
+  // The rows of a layout resource ("LAYOUT:name" or "name") whose root
+  // element holds them; false with a log line when it cannot be had.
+  static bool LoadMenuLayout(const SOUI::SStringW& res_id, QVMenuItems* items);
 
   // The open menu of a level (-1: the innermost); null when none is open.
   static CQVMenuWnd* GetOpenMenu(int level = -1);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "popups/popup_paint_internal.h"
 #include "soui/sapp.h"
 
 namespace QVStandardCtrls {
@@ -13,6 +14,7 @@ using SOUI::CRect;
 using SOUI::CSize;
 using SOUI::SStringW;
 using namespace menu_internal;
+using namespace popup_paint;
 
 namespace menu_internal {
 
@@ -40,20 +42,6 @@ CSize MeasureLabel(const SStringW& text, int scale) {
 }  // namespace menu_internal
 
 namespace {
-
-void FillRound(SOUI::IRenderTarget* rt, const CRect& rc, int radius, COLORREF color) {
-  SOUI::IBrushPtr old = rt->SelectBrush(rt->CreateSolidColorBrush(color));
-  SOUI::IPenPtr old_pen = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, color, 0));
-  rt->FillRoundRect(&rc, POINT{radius, radius});
-  rt->SelectPen(old_pen);
-  rt->SelectBrush(old);
-}
-
-void Polyline(SOUI::IRenderTarget* rt, const POINT* pts, int n, COLORREF color, int width) {
-  SOUI::IPenPtr old = rt->SelectPen(rt->CreatePen(SOUI::PS_SOLID, color, std::max(width, 1)));
-  rt->DrawLines(pts, n);
-  rt->SelectPen(old);
-}
 
 // A tick filling box.
 void DrawTick(SOUI::IRenderTarget* rt, const CRect& box, COLORREF color, int scale) {

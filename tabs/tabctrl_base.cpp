@@ -1,3 +1,6 @@
+// Sections: attributes · items · selection · lookups · layout · reports from
+// the items (pressing, dragging, hovering). The "more" button and the last
+// row's scrolling are in tabctrl_more.cpp.
 #include "tabs/tabctrl_base.h"
 
 #include <cstdlib>
@@ -31,10 +34,6 @@ const SOUI::EventSet::Decl kTabEvents[] = {
     {EVT_QVTAB_ITEM_CLICK_TAILICON, L"on_qvtab_item_click_tailicon"},
 };
 
-bool IsTab(const CQVItemBase* item) { return item && item->GetItemType() == kQVTabItemType; }
-
-int ItemWidthPx(CQVItemBase* item) { return std::max(0, item->GetDesiredSize(-1, -1).cx); }
-
 }  // namespace
 
 CQVTabCtrlBase::CQVTabCtrlBase() {
@@ -58,6 +57,7 @@ HRESULT CQVTabCtrlBase::SetAttribute(const SStringW& name, const SStringW& value
       {L"pos", &CQVTabCtrlBase::OnAttrPos, true},
       {L"dragable", &CQVTabCtrlBase::OnAttrDragable},
       {L"animation", &CQVTabCtrlBase::OnAttrAnimation},
+      {L"moreButton", &CQVTabCtrlBase::OnAttrMoreButton},
   };
   return QVDispatchAttribute<CQVTabCtrlBase, SWindow>(this, kAttrs, nullptr, name, value, loading);
 }
@@ -251,6 +251,7 @@ void CQVTabCtrlBase::SetCurSel(CQVItemBase* item, bool notify) {
   if (cur_sel_) cur_sel_->SetSelected(false);
   item->SetSelected(true);
   cur_sel_ = item;
+  if (more_button_) EnsureTabVisible(item->GetItemId());
   if (notify) {
     EventQVTabSelChanged changed(this);
     changed.nOldId = changing.nOldId;
@@ -399,9 +400,23 @@ std::vector<MoveNode> CQVTabCtrlBase::GetMoveNode(CRect from, CRect to, CRect co
 
 void CQVTabCtrlBase::UpdateAllTabRect() { UpdateTabRect(head_, nullptr, nullptr, true); }
 
+void CQVTabCtrlBase::PlaceItem(CQVItemBase* item, const CRect& slot, CQVItemBase* skip, bool animate) {
+  if (item->IsDraged() || slot == item->GetFinalRect()) return;
+  if (item == pressed_) {
+    item->MoveTo(slot, kGlideMs);
+    pressed_ = nullptr;
+  } else if (item != skip && animate && animation_ && !item->GetWindowRect().IsRectEmpty()) {
+    item->MoveTo(GetMoveNode(item->GetFinalRect(), slot, GetWindowRect()), kGlideMs);
+  } else {
+    item->StopMove();
+    item->Move(&slot);
+  }
+}
+
 int CQVTabCtrlBase::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBase* skip, bool animate) {
   const CRect rc = GetWindowRect();
   if (rc.Width() <= 0 || rc.Height() <= 0) return row_count_;
+  if (more_button_) return UpdateTabRectWithMore(skip, animate);
   const int ih = ItemHeightPx();
   int usable = rc.Height() / std::max(1, ih + row_spacing_) + 1;
   if (max_rows_ > 0 && max_rows_ < usable) usable = max_rows_;
@@ -435,18 +450,7 @@ int CQVTabCtrlBase::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBas
         overflow = true;
       }
     }
-    const CRect slot(rc.left + x, y, rc.left + x + w, y + ih);
-    if (!item->IsDraged() && slot != item->GetFinalRect()) {
-      if (item == pressed_) {
-        item->MoveTo(slot, kGlideMs);
-        pressed_ = nullptr;
-      } else if (item != skip && animate && animation_ && !item->GetWindowRect().IsRectEmpty()) {
-        item->MoveTo(GetMoveNode(item->GetFinalRect(), slot, rc), kGlideMs);
-      } else {
-        item->StopMove();
-        item->Move(&slot);
-      }
-    }
+    PlaceItem(item, CRect(rc.left + x, y, rc.left + x + w, y + ih), skip, animate);
     x += w + item_gap_;
     if (item == to) break;
   }

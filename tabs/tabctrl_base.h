@@ -7,10 +7,24 @@
 // tag is "item" or "tab" (case-insensitive); without one a plain
 // "<tab height=\"32dp\"/>" is used. The other children are not created as
 // windows: a strip shows its items only.
+//
+// Attributes: dragable (tabs reorder by dragging), animation (glides and
+// fades; default on), moreButton (default off; see below).
+//
+// The "more" button (moreButton="1"): when the tabs of the last row do not
+// fit, that row keeps kMoreButtonW dp at its right end for a button with a
+// chevron, shows the whole tabs that fit from its first shown tab on, and
+// moves the others out of the strip. A click on the button opens an IQVMenu
+// under it listing the hidden tabs (the selected one ticked, disabled ones
+// greyed); choosing one selects it (with the usual veto) and scrolls the
+// row so that it shows. Any selection of a hidden tab scrolls it into view.
+// A tab view's add button follows the last tab, so it is out while that tab
+// is.
 #pragma once
 
 #include <pugixml.hpp>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -172,6 +186,20 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   SOUI::SStringW GetCurItemAttr(const SOUI::SStringW& name);
   int GetRowCount() const { return row_count_; }
 
+  // The "more" button's width in dp.
+  static constexpr int kMoreButtonW = 28;
+  // Whether the "more" button shows, and where (window coordinates; empty
+  // when it does not show).
+  bool IsMoreButtonShown() const { return more_shown_; }
+  SOUI::CRect GetMoreButtonRect() const { return more_shown_ ? more_rect_ : SOUI::CRect(); }
+  // Ids of the tabs moved out of the strip, in order.
+  std::vector<int> GetHiddenTabIds() const;
+  // Scrolls the last row so that the tab shows; false when it is not a tab
+  // of this strip.
+  bool EnsureTabVisible(int id);
+  // Opens the "more" menu as a click on the button does; the chosen tab's
+  // id, -1 when dismissed or when nothing is hidden.
+  int TrackMoreMenu();
   CQVItemBase* GetHead() const { return head_; }
   CQVItemBase* GetCurSel() const { return cur_sel_; }
   CQVItemBase* GetTabObjById(int id) const;
@@ -216,6 +244,16 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   virtual HRESULT OnAttrPos(const SOUI::SStringW& value, BOOL loading);
   virtual HRESULT OnAttrDragable(const SOUI::SStringW& value, BOOL loading);
   HRESULT OnAttrAnimation(const SOUI::SStringW& value, BOOL loading);
+  HRESULT OnAttrMoreButton(const SOUI::SStringW& value, BOOL loading);
+
+  // The "more" button: painted by the strip, clicked through it.
+  void OnPaint(SOUI::IRenderTarget* rt) override;
+  void OnLButtonDown(UINT flags, SOUI::CPoint pt) override;
+  void OnLButtonUp(UINT flags, SOUI::CPoint pt) override;
+  // Places a tab at slot: at once, or gliding when animate.
+  void PlaceItem(CQVItemBase* item, const SOUI::CRect& slot, CQVItemBase* skip, bool animate);
+  // UpdateTabRect with the "more" button: every tab, from the head.
+  int UpdateTabRectWithMore(CQVItemBase* skip, bool animate);
 
   bool AllowSwitch(CQVItemBase* dragged, CQVItemBase* other, SOUI::CPoint centre);
   bool NeedSwitch(SOUI::CPoint centre, CQVItemBase* dragged, CQVItemBase* other) const;
@@ -226,6 +264,8 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   std::vector<MoveNode> GetMoveNode(SOUI::CRect from, SOUI::CRect to, SOUI::CRect container) const;
   void ResetSwitchState();
   int ItemHeightPx() const;
+  static bool IsTab(const CQVItemBase* item) { return item && item->GetItemType() == kQVTabItemType; }
+  static int ItemWidthPx(CQVItemBase* item) { return std::max(0, item->GetDesiredSize(-1, -1).cx); }
 
   CQVItemBase* head_ = nullptr;
   CQVItemBase* pressed_ = nullptr;
@@ -248,6 +288,12 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   SOUI::CRect last_switch_rect_;
   int last_switch_point_ = 0;
   int switch_attempts_ = 0;
+  // The "more" button and the last row's scrolling.
+  bool more_button_ = false;
+  bool more_shown_ = false;
+  bool more_pressed_ = false;
+  SOUI::CRect more_rect_;
+  int first_shown_ = 0;  // the last row's first shown tab, counted in that row
 };
 
 }  // namespace QVStandardCtrls

@@ -1,15 +1,20 @@
 // The "Menus" page's host side: the order menu and the column chooser open
-// under their buttons, and the status line says what was chosen.
+// under their buttons, the guide walks through the page's controls, and the
+// status line says what was chosen and how the guide ended.
 #include <set>
+#include <vector>
 
 #include "gallery.h"
+#include "popups/guide.h"
 #include "popups/menu.h"
 #include "soui/swnd.h"
 
 using namespace SOUI;
+using QVStandardCtrls::IQVGuide;
 using QVStandardCtrls::IQVMenu;
 using QVStandardCtrls::IQVMultiSelMenu;
 using QVStandardCtrls::QVMenuAttr;
+using QVStandardCtrls::QVGuideStep;
 using QVStandardCtrls::QVMenuItems;
 
 namespace gallery {
@@ -37,6 +42,15 @@ QVMenuItems OrderMenu() {
   return m;
 }
 
+std::vector<QVGuideStep> PageGuide() {
+  return {{L"demo_menu_open", L"Commands for an order",
+           L"Opens a menu with shortcuts, checks, a submenu and a row that says why it is disabled.", L""},
+          {L"demo_menu_columns", L"Choose the columns",
+           L"Tick several columns at once; OK keeps them, Esc leaves them as they were.", L""},
+          {L"demo_menu_status", L"What happened",
+           L"The row chosen, or how this guide ended, shows here.", L"skin_qvstd_dialog_icon_tips"}};
+}
+
 const wchar_t* const kColumns[] = {L"Price", L"Change %", L"Code", L"Volume", L"Turnover", L"High", L"Low"};
 
 // The button's rectangle on the screen: menus open under it.
@@ -53,7 +67,8 @@ void InstallMenuPage(SHostWnd& host) {
   SWindow* status = root->FindChildByName(L"demo_menu_status");
   SWindow* open = root->FindChildByName(L"demo_menu_open");
   SWindow* columns = root->FindChildByName(L"demo_menu_columns");
-  if (!status || !open || !columns) return;
+  SWindow* guide = root->FindChildByName(L"demo_guide_start");
+  if (!status || !open || !columns || !guide) return;
   SHostWnd* h = &host;
   open->subscribeEvent(EVT_CMD, [h, open, status](EventArgs*) {
     const UINT id = IQVMenu::TrackPopupMenu(h->m_hWnd, OrderMenu(), ScreenRect(*h, open));
@@ -72,6 +87,19 @@ void InstallMenuPage(SHostWnd& host) {
     for (UINT id : *shown) text += SStringW(L" ") + kColumns[id - 1];
     status->SetWindowText(text);
     return true;
+  });
+  guide->subscribeEvent(EVT_CMD, [h](EventArgs*) { return IQVGuide::Start(h->m_hWnd, PageGuide()); });
+  // The guide reports on the host's root; a real host would remember here
+  // that the guide was seen.
+  IQVGuide::AddEvents(root);
+  root->subscribeEvent(QVStandardCtrls::EVT_QVGUIDE_FINISHED, [status](EventArgs*) {
+    status->SetWindowText(L"Guide finished");
+    return false;
+  });
+  root->subscribeEvent(QVStandardCtrls::EVT_QVGUIDE_SKIPPED, [status](EventArgs* e) {
+    const int step = static_cast<QVStandardCtrls::EventQVGuideSkipped*>(e)->step;
+    status->SetWindowText(SStringW::Format2(L"Guide skipped at step %d", step + 1));
+    return false;
   });
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "gallery_page_test_base.h"
+#include "popups/guide.h"
 #include "popups/menu.h"
 
 namespace {
@@ -45,6 +46,39 @@ TEST_F(MenuPageTest, TheColumnChooserKeepsItsChoiceBetweenOpenings) {
   KeysLater({VK_HOME, VK_SPACE, VK_ESCAPE});  // all ticked, then cancelled
   Click(L"demo_menu_columns");
   EXPECT_EQ(Status(), L"Columns kept: Change % Code");
+}
+
+TEST_F(MenuPageTest, TheGuideWalksThroughThePageAndReportsHowItEnded) {
+  using QVStandardCtrls::EnQVGuidePart;
+  using QVStandardCtrls::IQVGuide;
+  const HWND owner = host()->m_hWnd;
+  Click(L"demo_guide_start");
+  ASSERT_TRUE(IQVGuide::IsRunning(owner));
+  // Each step points at its control, from above: the page is the last of
+  // the gallery, with no room below it.
+  const wchar_t* const anchors[] = {L"demo_menu_open", L"demo_menu_columns", L"demo_menu_status"};
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_EQ(IQVGuide::GetStep(owner), i);
+    SOUI::CRect a = Find(anchors[i])->GetWindowRect();
+    a.OffsetRect(host()->GetWindowRect().TopLeft());
+    QVStandardCtrls::CQVGuideWnd* bubble = IQVGuide::GetGuideWnd(owner);
+    const SOUI::CPoint tip = bubble->GetTailTip();
+    EXPECT_EQ(bubble->GetSide(), QVStandardCtrls::EnQVGuideSide::Above) << i;
+    EXPECT_TRUE(tip.x >= a.left && tip.x < a.right && tip.y == a.top - IQVGuide::kGap - 1) << i;
+    if (i < 2) gen().PressAndReleaseKey(VK_RETURN);
+  }
+  // "Done" with the mouse on the last step.
+  QVStandardCtrls::CQVGuideWnd* bubble = IQVGuide::GetGuideWnd(owner);
+  SOUI::test::EventGenerator g(bubble);
+  g.MoveMouseTo(bubble->GetPartRect(EnQVGuidePart::Next).CenterPoint());
+  g.ClickLeftButton();
+  EXPECT_EQ(Status(), L"Guide finished");
+  // Again, skipped with Esc on the second step.
+  Click(L"demo_guide_start");
+  gen().PressAndReleaseKey(VK_RETURN);
+  gen().PressAndReleaseKey(VK_ESCAPE);
+  EXPECT_EQ(Status(), L"Guide skipped at step 2");
+  EXPECT_FALSE(IQVGuide::IsRunning(owner));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "backends/cairo_render.h"
 #include "library_test_base.h"
 #include "popups/dialogs.h"
+#include "popups/guide.h"
 #include "popups/menu.h"
 #include "popups/toast.h"
 #include "popups/tooltip.h"
@@ -272,6 +273,49 @@ TEST_P(PopupLookTest, MenuSheet) {
   cairo_destroy(cr);
   cairo_surface_flush(sheet);
   const SOUI::PngCompareResult r = SOUI::ComparePng(sheet, Reference("qv_menu"), 16, 0.01);
+  cairo_surface_destroy(sheet);
+  EXPECT_TRUE(r.match) << r.message;
+}
+
+// Three steps of a guide over a small trading window, each bubble on a
+// different side of its anchor: below (first step), left with a picture and
+// "next" hovered, above (last step, "done").
+TEST_P(PopupLookTest, GuideSheet) {
+  const int z = zoom_;
+  CreateHost(L"<SOUI><root colorBkgnd=\"@color\\style_gallery\\bg\">"
+             L"<text name=\"order\" pos=\"24dp,24dp,@96dp,@28dp\" text=\"New order\" font=\"size:12dp\" "
+             L"colorBkgnd=\"@color\\style_gallery\\card\" colorText=\"@color\\style_gallery\\title\"/>"
+             L"<window name=\"chart\" pos=\"-120dp,24dp,@96dp,-24dp\" colorBkgnd=\"@color\\style_gallery\\card\"/>"
+             L"<text name=\"funds\" pos=\"24dp,-52dp,@96dp,@28dp\" text=\"Funds\" font=\"size:12dp\" "
+             L"colorBkgnd=\"@color\\style_gallery\\card\" colorText=\"@color\\style_gallery\\title\"/>"
+             L"</root></SOUI>",
+             760 * z / 100, 440 * z / 100);
+  host()->SetWindowPos(nullptr, 0, 0, 760 * z / 100, 440 * z / 100, SOUI::SWP_NOZORDER | SOUI::SWP_SHOWWINDOW);
+  Layout();
+  const std::vector<QVGuideStep> steps = {
+      {L"order", L"Place an order", L"Pick a security, set the price and the quantity, then send it.", L""},
+      {L"chart", L"Watch the chart", L"Prices update as trades happen. Drag to scroll back in time.",
+       L"skin_qvstd_dialog_icon_tips"},
+      {L"funds", L"Check your funds before you trade",
+       L"Available cash and margin are shown here, refreshed after every fill.", L""}};
+  const int w = 760 * z / 100, h = 440 * z / 100;
+  cairo_surface_t* sheet = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h);
+  cairo_t* cr = cairo_create(sheet);
+  PaintHostAt(cr, host());
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_TRUE(IQVGuide::Start(host()->m_hWnd, steps, i));
+    CQVGuideWnd* bubble = IQVGuide::GetGuideWnd(host()->m_hWnd);
+    ASSERT_NE(bubble, nullptr);
+    if (i == 1) {
+      SOUI::test::EventGenerator g(bubble);
+      g.MoveMouseTo(bubble->GetPartRect(EnQVGuidePart::Next).CenterPoint());
+    }
+    PaintHostAt(cr, bubble);
+  }
+  IQVGuide::Stop(host()->m_hWnd);
+  cairo_destroy(cr);
+  cairo_surface_flush(sheet);
+  const SOUI::PngCompareResult r = SOUI::ComparePng(sheet, Reference("qv_guide"), 16, 0.01);
   cairo_surface_destroy(sheet);
   EXPECT_TRUE(r.match) << r.message;
 }
