@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "alternating.h"
 #include "backends/cairo_render.h"
 #include "display/market_values.h"
 #include "framework/control_classes.h"
@@ -35,11 +36,6 @@ constexpr int kFontPx = 12;
 double now_ms() {
   using namespace std::chrono;
   return duration<double, std::milli>(steady_clock::now().time_since_epoch()).count();
-}
-
-double median(std::vector<double> v) {
-  std::sort(v.begin(), v.end());
-  return v.empty() ? 0 : v[v.size() / 2];
 }
 
 // The anchors' output format: one line per figure.
@@ -253,17 +249,17 @@ void Run(const stream::Args& a) {
   result(q, "visible_changes_per_tick", w.visible_changes_per_timed_tick);
   result(q, "colour_changes_per_tick", w.colour_changes_per_timed_tick);
   result(q, "first_paint_ms", qv_first);
-  result(q, "tick_median_ms", median(qv_tick));
-  result(q, "update_median_ms", median(qv_update));
-  result(q, "labels_repainted_median", median(repainted));
-  result(q, "two_labels_opposite_corners_ms", median(two));
-  result(q, "two_labels_opposite_corners_paints", median(two_paints));
-  result(q, "full_repaint_median_ms", median(qv_full));
+  result(q, "tick_median_ms", qvbench::Median(qv_tick));
+  result(q, "update_median_ms", qvbench::Median(qv_update));
+  result(q, "labels_repainted_median", qvbench::Median(repainted));
+  result(q, "two_labels_opposite_corners_ms", qvbench::Median(two));
+  result(q, "two_labels_opposite_corners_paints", qvbench::Median(two_paints));
+  result(q, "full_repaint_median_ms", qvbench::Median(qv_full));
   result(raw_name.c_str(), "first_paint_ms", raw_first);
-  result(raw_name.c_str(), "full_repaint_median_ms", median(raw_full));
-  result(q, "full_repaint_ratio_to_raw", median(qv_full) / std::max(median(raw_full), 1e-6));
-  result(raw_name.c_str(), "tick_median_ms", median(raw_tick));
-  result(q, "ratio_to_raw", median(qv_tick) / std::max(median(raw_tick), 1e-6));
+  result(raw_name.c_str(), "full_repaint_median_ms", qvbench::Median(raw_full));
+  result(q, "full_repaint_ratio_to_raw", qvbench::Median(qv_full) / std::max(qvbench::Median(raw_full), 1e-6));
+  result(raw_name.c_str(), "tick_median_ms", qvbench::Median(raw_tick));
+  result(q, "ratio_to_raw", qvbench::Median(qv_tick) / std::max(qvbench::Median(raw_tick), 1e-6));
 }
 
 }  // namespace

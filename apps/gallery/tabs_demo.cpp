@@ -15,8 +15,7 @@ namespace gallery {
 void InstallTabsPage(SWindow* root) {
   auto* tabs = root->FindChildByName2<CQVTabCtrlBase>(L"tabs_view");
   if (!tabs) return;
-  tabs->subscribeEvent(EVT_QVTAB_CLICK_ADD, [tabs](EventArgs*) {
-    static int opened = 0;
+  tabs->subscribeEvent(EVT_QVTAB_CLICK_ADD, [tabs, opened = 0](EventArgs*) mutable {
     const SStringW title = SStringW(L"新标签 ") + SStringW(std::to_wstring(++opened));
     const int id = tabs->InsertTab({{L"title", title}}, -1);
     if (id >= 0) tabs->SetCurSelById(id, true);
