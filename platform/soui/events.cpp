@@ -73,8 +73,9 @@ int EventSet::idOfName(const wchar_t* name) const {
 
 int EventSet::subscribeEvent(int id, EventHandler handler) {
   if (!handler || !isEventPresent(id)) return 0;
-  const int connection = next_connection_++;
-  Dyn().slots.push_back(Slot{id, connection, std::move(handler)});
+  Dynamic& dyn = Dyn();
+  const int connection = dyn.next_connection++;
+  dyn.slots.push_back(Slot{id, connection, std::move(handler)});
   return connection;
 }
 

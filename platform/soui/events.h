@@ -257,14 +257,15 @@ class EventSet {
   struct Dynamic {
     std::vector<Decl> decls;
     std::vector<Slot> slots;
+    int next_connection = 1;
   };
   const Decl* FindDecl(int id) const;
   Dynamic& Dyn();
-  const Decl* base_ = nullptr;  // the class's shared table
-  uint32_t base_count_ = 0;
-  int next_connection_ = 1;
-  bool muted_ = false;
+  // Firing reads only the first two.
   std::unique_ptr<Dynamic> dyn_;
+  bool muted_ = false;
+  uint32_t base_count_ = 0;
+  const Decl* base_ = nullptr;  // the class's shared table
 };
 
 }  // namespace SOUI

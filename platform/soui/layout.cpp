@@ -196,7 +196,7 @@ bool ParsePosItem(const wchar_t* b, const wchar_t* e, bool allow_size, PosItem* 
   if (!ParseSizeRange(b, e, &size) || std::signbit(size.fSize())) {
     return false;  // "--5", "[-" and friends
   }
-  item.offset = size;
+  item.set_offset(size);
   *out = item;
   return true;
 }
@@ -206,10 +206,10 @@ SLayoutSize SizeFromPos(const PosItem& near_item, const PosItem& far_item) {
   if (far_item.ref == PosItem::Size) {
     // "@-N" of any N is wrap, as in the toolkit.
     return far_item.minus ? SLayoutSize(SLayoutSize::kWrapContent, LayoutUnit::Px)
-                          : far_item.offset;
+                          : far_item.offset();
   }
-  if (near_item.ref == PosItem::Normal && !near_item.minus && near_item.offset.isZero() &&
-      far_item.ref == PosItem::Normal && far_item.minus && far_item.offset.isZero()) {
+  if (near_item.ref == PosItem::Normal && !near_item.minus && near_item.offset().isZero() &&
+      far_item.ref == PosItem::Normal && far_item.minus && far_item.offset().isZero()) {
     return SLayoutSize(SLayoutSize::kMatchParent, LayoutUnit::Px);
   }
   return SLayoutSize(SLayoutSize::kUndefined, LayoutUnit::Px);
@@ -352,6 +352,23 @@ enum Side { kNear = 0, kFar = 1 };
 
 Orientation OrientationOf(int axis) { return axis == kX ? Orientation::Horz : Orientation::Vert; }
 
+enum class SizeMode { Match, Fixed, Content, Edge };
+
+// How a child's size on one axis is found; known: the parent's size on
+// that axis is known.
+SizeMode SizeModeOf(const SouiLayoutParam& lp, int axis, bool known) {
+  const Orientation o = OrientationOf(axis);
+  if (lp.IsMatchParent(o)) return known ? SizeMode::Match : SizeMode::Content;
+  if (lp.IsSpecifiedSize(o)) return SizeMode::Fixed;
+  if (lp.IsWrapContent(o)) return SizeMode::Content;
+  if (lp.PosCount() == 4) {
+    const PosItem& far_item = lp.Pos(2 + axis);
+    if (far_item.ref != PosItem::Size) return SizeMode::Edge;
+    return far_item.minus ? SizeMode::Content : SizeMode::Fixed;
+  }
+  return SizeMode::Content;
+}
+
 class Resolver {
  public:
   struct Slot {
@@ -400,8 +417,6 @@ class Resolver {
   const std::vector<Slot>& slots() const { return slots_; }
 
  private:
-  enum class SizeMode { Match, Fixed, Content, Edge };
-
   bool Known(int axis) const { return avail_[axis] >= 0; }
 
   bool Done() const {
@@ -424,7 +439,7 @@ class Resolver {
 
   // The value of one pos item for child i, or kWait / kParent.
   int ItemValue(size_t i, int axis, const PosItem& item) const {
-    const int n = item.offset.toPixelSize(slots_[i].scale);
+    const int n = item.offset().toPixelSize(slots_[i].scale);
     const int signed_n = item.minus ? -n : n;
     int base = 0;
     switch (item.ref) {
@@ -437,7 +452,7 @@ class Resolver {
         return ClampCoord(avail_[axis] / 2 + static_cast<double>(signed_n));
       case PosItem::Percent: {
         if (!Known(axis)) return kParent;
-        double pct = std::min(std::max(static_cast<double>(item.offset.fSize()), 0.0), 100.0);
+        double pct = std::min(std::max(static_cast<double>(item.offset().fSize()), 0.0), 100.0);
         if (item.minus) pct = 100.0 - pct;
         return ClampCoord(avail_[axis] * pct / 100.0);
       }
@@ -466,23 +481,12 @@ class Resolver {
     return n;
   }
 
-  SizeMode SizeModeOf(const Slot& s, int axis) const {
-    const Orientation o = OrientationOf(axis);
-    if (s.lp->IsMatchParent(o)) return Known(axis) ? SizeMode::Match : SizeMode::Content;
-    if (s.lp->IsSpecifiedSize(o)) return SizeMode::Fixed;
-    if (s.lp->IsWrapContent(o)) return SizeMode::Content;
-    if (s.lp->PosCount() == 4) {
-      const PosItem& far_item = s.lp->Pos(2 + axis);
-      if (far_item.ref != PosItem::Size) return SizeMode::Edge;
-      return far_item.minus ? SizeMode::Content : SizeMode::Fixed;
-    }
-    return SizeMode::Content;
-  }
+  SizeMode ModeOf(const Slot& s, int axis) const { return SizeModeOf(*s.lp, axis, Known(axis)); }
 
   int FixedSize(const Slot& s, int axis) const {
     const Orientation o = OrientationOf(axis);
     if (s.lp->IsSpecifiedSize(o)) return s.lp->GetSpecifiedSize(o).toPixelSize(s.scale);
-    return s.lp->Pos(2 + axis).offset.toPixelSize(s.scale);
+    return s.lp->Pos(2 + axis).offset().toPixelSize(s.scale);
   }
 
   int DesiredSize(size_t i, int axis) {
@@ -510,7 +514,7 @@ class Resolver {
       if (v == kParent) {
         edge[kNear] = 0;
         s.parent_anchored[axis] = true;
-        if (item.ref == PosItem::Normal) s.extra[axis] += item.offset.toPixelSize(s.scale);
+        if (item.ref == PosItem::Normal) s.extra[axis] += item.offset().toPixelSize(s.scale);
         changed = true;
       } else if (v != kWait) {
         edge[kNear] = v;
@@ -519,7 +523,7 @@ class Resolver {
     }
 
     if (edge[kFar] == kUnknown) {
-      const SizeMode mode = SizeModeOf(s, axis);
+      const SizeMode mode = ModeOf(s, axis);
       const bool have_near = edge[kNear] != kUnknown;
       int v = kWait;
       if (mode == SizeMode::Match) {
@@ -538,7 +542,7 @@ class Resolver {
                         : kWait;
         }
         if (v != kWait && item.ref == PosItem::Normal && item.minus) {
-          s.extra[axis] += item.offset.toPixelSize(s.scale);
+          s.extra[axis] += item.offset().toPixelSize(s.scale);
         }
       }
       if (v != kWait) {

@@ -11,13 +11,15 @@
 //   width/height/size: a size, "matchParent"/"full", "wrapContent", -1, -2
 #pragma once
 
+#include <cstdint>
+
 #include "soui/sstring.h"
 
 namespace SOUI {
 
 class SWindow;
 
-enum class LayoutUnit { Px, Dp, Dip, Sp };
+enum class LayoutUnit : uint8_t { Px, Dp, Dip, Sp };
 
 // A length with a unit; dp-like units scale with the window's zoom.
 class SLayoutSize {
@@ -57,11 +59,20 @@ class SLayoutSize {
 enum class Orientation { Horz, Vert };
 
 // One coordinate of pos.
+// The number is kept as its parts so that an item takes 8 bytes: every
+// window carries four of them.
 struct PosItem {
-  enum Ref { Normal, Center, Percent, PrevNear, PrevFar, NextNear, NextFar, Size };
+  enum Ref : uint8_t { Normal, Center, Percent, PrevNear, PrevFar, NextNear, NextFar, Size };
+  float value = 0.f;
+  LayoutUnit unit = LayoutUnit::Px;
   Ref ref = Normal;
-  bool minus = false;       // "-N": from the far edge (Normal) or negated offset
-  SLayoutSize offset;       // the number
+  bool minus = false;  // "-N": from the far edge (Normal) or negated offset
+
+  SLayoutSize offset() const { return SLayoutSize(value, unit); }
+  void set_offset(const SLayoutSize& size) {
+    value = size.fSize();
+    unit = size.unit();
+  }
 };
 
 // The layout attributes of one child window.

@@ -420,27 +420,6 @@ class SWindow : public SObject {
   // Moves every descendant by (dx, dy) without laying anything out.
   void ShiftDescendants(int dx, int dy);
 
-  // The data. What every measure, layout and paint pass reads comes first
-  // and together: a pass over thousands of windows then touches a few
-  // cache lines of each rather than all of it. Events carry the id and name.
-  int id_ = 0;
-  SStringW name_;
-  SStringW text_;
-  // Always shared: most windows never set a style attribute, a class's own
-  // defaults (alignment, cursor) exist once per class (derived constructors
-  // point it at a static style of theirs with UseClassStyle), and windows
-  // whose styles come out the same share one (EditStyle).
-  const SwndStyle* style_;
-  CRect rect_;
-  SouiLayoutParam layout_param_;
-  DWORD state_ = WndState_Normal;
-  bool display_ = true;
-  bool msg_transparent_ = false;
-  bool focusable_ = false;
-  bool float_ = false;
-  bool clip_client_ = false;
-  bool draw_focus_rect_ = false;
-
  private:
   // What a window inherits from its ancestors, worked out once per epoch.
   struct Inherited {
@@ -456,17 +435,53 @@ class SWindow : public SObject {
     int width = 0, height = 0, scale = 0;
     CSize size;
   };
+
+  // The data, grouped by the cache line (64 bytes, counting the object's
+  // header) that the passes over a tree read together, so that a pass over
+  // more windows than the cache holds loads a few lines of each:
+  //   1  identity and where to look things up (every pass)
+  //   2  the tree links, state and flags (every walk over children)
+  //   3-4  geometry, measuring and the layout attributes, and the text
+  //   5  events (each carries the id and name)
+  //   6  the sender's owner, and what ancestors hand down (paint, fonts)
+  // Seldom-used state comes after. Mind the grouping when adding members.
+ protected:
+  int id_ = 0;
+
+ private:
+  int depth_ = 0;
+
+ protected:
+  // Always shared: most windows never set a style attribute, a class's own
+  // defaults (alignment, cursor) exist once per class (derived constructors
+  // point it at a static style of theirs with UseClassStyle), and windows
+  // whose styles come out the same share one (EditStyle).
+  const SwndStyle* style_;
+
+ private:
+  ISwndContainer* container_ = nullptr;
+
   SWindow* parent_ = nullptr;
   SWindow* first_child_ = nullptr;
   SWindow* last_child_ = nullptr;
   SWindow* prev_sibling_ = nullptr;
   SWindow* next_sibling_ = nullptr;
-  ISwndContainer* container_ = nullptr;
-  // Every window fires events as it is made and laid out.
-  SWindow* owner_ = nullptr;
-  EventSet events_;
+
+ protected:
+  DWORD state_ = WndState_Normal;
+
+ private:
   UINT child_count_ = 0;
-  int depth_ = 0;
+
+ protected:
+  bool display_ = true;
+  bool msg_transparent_ = false;
+  bool focusable_ = false;
+  bool float_ = false;
+  bool clip_client_ = false;
+  bool draw_focus_rect_ = false;
+
+ private:
   bool layout_dirty_ = true;
   bool created_ = false;
   bool destroying_ = false;
@@ -476,8 +491,26 @@ class SWindow : public SObject {
   // Inside UpdateChildrenPosition of a layout pass: every child placed now
   // is laid out itself right after, so its own children need not be shifted.
   bool placing_children_ = false;
-  mutable Inherited inherited_;
+
+ protected:
+  CRect rect_;
+
+ private:
   DesiredCache desired_cache_;
+
+ protected:
+  SouiLayoutParam layout_param_;
+  SStringW text_;
+
+ private:
+  EventSet events_;
+
+ protected:
+  SStringW name_;
+
+ private:
+  SWindow* owner_ = nullptr;
+  mutable Inherited inherited_;
 
  protected:
   // Seldom read after creation.

@@ -100,42 +100,61 @@ IFontPtr ThemedFont::Get(int scale) const {
   return font_;
 }
 
+ThemedSkin::ThemedSkin(const ThemedSkin& other)
+    : state_(other.state_ ? std::make_unique<State>(*other.state_) : nullptr) {}
+
+ThemedSkin& ThemedSkin::operator=(const ThemedSkin& other) {
+  if (this != &other) state_ = other.state_ ? std::make_unique<State>(*other.state_) : nullptr;
+  return *this;
+}
+
+ThemedSkin::~ThemedSkin() = default;
+
 void ThemedSkin::Set(const SStringW& name) {
-  src_ = name;
-  fixed_.reset();
-  skin_.reset();
-  gen_ = 0;
+  if (name.IsEmpty()) {
+    state_.reset();
+    return;
+  }
+  if (state_) *state_ = State();
+  else state_ = std::make_unique<State>();
+  state_->src = name;
 }
 
 void ThemedSkin::SetSkin(ISkinObjPtr skin) {
-  src_.Empty();
-  fixed_ = std::move(skin);
-  skin_.reset();
+  if (!skin) {
+    state_.reset();
+    return;
+  }
+  if (state_) *state_ = State();
+  else state_ = std::make_unique<State>();
+  state_->fixed = std::move(skin);
 }
 
-void ThemedSkin::Clear() {
-  src_.Empty();
-  fixed_.reset();
-  skin_.reset();
+void ThemedSkin::Clear() { state_.reset(); }
+
+const SStringW& ThemedSkin::Source() const {
+  static const SStringW kNone;
+  return state_ ? state_->src : kNone;
 }
 
 ISkinObjPtr ThemedSkin::GetPtr(int scale) const {
-  if (fixed_) return fixed_;
-  if (src_.IsEmpty()) return nullptr;
+  if (!state_) return nullptr;
+  State& s = *state_;
+  if (s.fixed) return s.fixed;
   const unsigned gen = CurrentGeneration();
-  if (gen_ != gen || scale_ != scale) {
+  if (s.gen != gen || s.scale != scale) {
     SResProvider* res = Res();
-    skin_ = res ? res->GetSkin(src_, scale) : nullptr;
-    scale_ = scale;
-    gen_ = gen;
+    s.skin = res ? res->GetSkin(s.src, scale) : nullptr;
+    s.scale = scale;
+    s.gen = gen;
     // Kept, as another theme may have it; said once, as this one has not.
     // The toolkit's own "_skin.sys." defaults fall back to drawing by hand.
     SApplication* app = SApplication::getSingletonPtr();
-    if (!skin_ && res && src_.Find(L"_skin.sys.") != 0 && app->FirstTimeAt(L"skin|" + src_.str())) {
-      SLOG(kLogWarn, "SOUI") << L"skin '" << src_ << L"' is not in the theme; nothing drawn";
+    if (!s.skin && res && s.src.Find(L"_skin.sys.") != 0 && app->FirstTimeAt(L"skin|" + s.src.str())) {
+      SLOG(kLogWarn, "SOUI") << L"skin '" << s.src << L"' is not in the theme; nothing drawn";
     }
   }
-  return skin_;
+  return s.skin;
 }
 
 ISkinObj* ThemedSkin::Get(int scale) const { return GetPtr(scale).get(); }

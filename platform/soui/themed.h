@@ -4,6 +4,8 @@
 // changes. This is what lets a host switch light/dark at run time.
 #pragma once
 
+#include <memory>
+
 #include "soui/render.h"
 #include "soui/skin.h"
 
@@ -49,22 +51,34 @@ class ThemedFont {
 
 class ThemedSkin {
  public:
+  ThemedSkin() = default;
+  ThemedSkin(const ThemedSkin& other);
+  ThemedSkin& operator=(const ThemedSkin& other);
+  ThemedSkin(ThemedSkin&&) noexcept = default;
+  ThemedSkin& operator=(ThemedSkin&&) noexcept = default;
+  ~ThemedSkin();
+
   // A skin name; an empty name clears. Unknown names are kept (they may
   // appear with another theme) and resolve to null.
   void Set(const SStringW& name);
   void SetSkin(ISkinObjPtr skin);
   void Clear();
-  bool IsSet() const { return !src_.IsEmpty() || fixed_ != nullptr; }
-  const SStringW& Source() const { return src_; }
+  bool IsSet() const { return state_ != nullptr; }
+  const SStringW& Source() const;
   ISkinObj* Get(int scale) const;
   ISkinObjPtr GetPtr(int scale) const;
 
  private:
-  SStringW src_;
-  ISkinObjPtr fixed_;
-  mutable ISkinObjPtr skin_;
-  mutable int scale_ = 0;
-  mutable unsigned gen_ = 0;
+  // Out of line: every window and many controls carry a skin slot, and
+  // most leave it empty.
+  struct State {
+    SStringW src;
+    ISkinObjPtr fixed;
+    ISkinObjPtr skin;
+    int scale = 0;
+    unsigned gen = 0;
+  };
+  std::unique_ptr<State> state_;
 };
 
 }  // namespace SOUI

@@ -90,7 +90,7 @@ std::string Describe(const SouiLayoutParam& lp) {
   for (int i = 0; i < lp.PosCount(); ++i) {
     const PosItem& p = lp.Pos(i);
     out += std::to_string(static_cast<int>(p.ref)) + (p.minus ? "-" : "+") +
-           p.offset.toString().ToUtf8() + " ";
+           p.offset().toString().ToUtf8() + " ";
   }
   out += "off:" + std::to_string(lp.OffsetX()) + "," + std::to_string(lp.OffsetY());
   out += " w:" + lp.GetSpecifiedSize(Orientation::Horz).toString().ToUtf8();
