@@ -252,12 +252,6 @@ bool CairoRenderTarget::UsePen() {
 
 // ---- text ----
 
-const std::string& CairoRenderTarget::Utf8(const wchar_t* text, size_t n, bool single_line) {
-  utf8_.clear();
-  AppendUtf8(&utf8_, text, std::min(n, TextEngine::MaxShapedChars(font_entry_)), single_line);
-  return utf8_;
-}
-
 void CairoRenderTarget::DrawText(const wchar_t* text, int len, LPRECT rc, UINT format) {
   if (!text || !rc) return;
   size_t n = TextLength(text, len);
@@ -271,14 +265,13 @@ void CairoRenderTarget::DrawText(const wchar_t* text, int len, LPRECT rc, UINT f
     return;
   }
   const bool single = format & DT_SINGLELINE;
-  const std::string& utf8 = Utf8(text, n, single);
   TextEngine::Box box;
   // Wrapping needs a width; an empty rectangle measures unwrapped lines.
   if (!single && (format & DT_WORDBREAK) && rc->right > rc->left) {
     box.width = rc->right - rc->left;
     box.wrap = true;
   }
-  const auto& shaped = text_->Layout(font_entry_, utf8, box);
+  const auto& shaped = text_->Layout(font_entry_, {text, n}, single, box);
   rc->right = rc->left + shaped.logical.width;
   rc->bottom = rc->top + shaped.logical.height;
 }
@@ -292,7 +285,6 @@ void CairoRenderTarget::DrawLayoutText(const wchar_t* text, size_t n, const CRec
   const PangoAlignment align = (format & DT_CENTER) ? PANGO_ALIGN_CENTER
                                : (format & DT_RIGHT) ? PANGO_ALIGN_RIGHT
                                                      : PANGO_ALIGN_LEFT;
-  const std::string& utf8 = Utf8(text, n, single);
 
   TextEngine::Box box;
   box.align = single ? PANGO_ALIGN_LEFT : align;
@@ -303,11 +295,11 @@ void CairoRenderTarget::DrawLayoutText(const wchar_t* text, size_t n, const CRec
     box.ellipsize = ellipsis;
     box.height = ellipsis ? std::max(0, rc.Height()) : -1;
   }
-  const TextEngine::Shaped* shaped = &text_->Layout(font, utf8, box);
+  const TextEngine::Shaped* shaped = &text_->Layout(font, {text, n}, single, box);
   if (!wrap && ellipsis && shaped->logical.width > rc.Width()) {
     box.width = std::max(0, rc.Width());
     box.ellipsize = true;
-    shaped = &text_->Layout(font, utf8, box);
+    shaped = &text_->Layout(font, {text, n}, single, box);
   }
   const PangoRectangle& ext = shaped->logical;
 
@@ -343,7 +335,7 @@ void CairoRenderTarget::MeasureText(const wchar_t* text, int len, SIZE* size) {
   if (!size) return;
   *size = SIZE{0, 0};
   if (!text) return;
-  const auto& shaped = text_->Layout(font_entry_, Utf8(text, TextLength(text, len), true), TextEngine::Box());
+  const auto& shaped = text_->Layout(font_entry_, {text, TextLength(text, len)}, true, TextEngine::Box());
   *size = SIZE{shaped.logical.width, shaped.logical.height};
 }
 
@@ -353,15 +345,18 @@ void CairoRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* en
   // Byte offset of each character in the UTF-8 form the layout is made of
   // (line breaks are not expected here: each one is a character of its own).
   std::vector<int> byte_of(n + 1, 0);
+  // Control characters (NUL included, which pango stops at) measure as spaces.
+  wide_.assign(text, n);
+  for (wchar_t& c : wide_) {
+    if (static_cast<uint32_t>(c) < 0x20) c = L' ';
+  }
   utf8_.clear();
   for (size_t i = 0; i < n; ++i) {
     byte_of[i] = static_cast<int>(utf8_.size());
-    // Control characters (NUL included, which pango stops at) measure as spaces.
-    if (static_cast<uint32_t>(text[i]) < 0x20) utf8_.push_back(' ');
-    else AppendUtf8(&utf8_, text + i, 1, true);
+    AppendUtf8(&utf8_, wide_.data() + i, 1, true);
   }
   byte_of[n] = static_cast<int>(utf8_.size());
-  const auto& shaped = text_->Layout(font_entry_, utf8_, TextEngine::Box());
+  const auto& shaped = text_->Layout(font_entry_, wide_, true, TextEngine::Box());
   // Walk the clusters: characters of one cluster (a ligature, a base with
   // its marks) share its advance evenly.
   PangoLayoutIter* iter = pango_layout_get_iter(shaped.layout);
@@ -393,7 +388,7 @@ void CairoRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* en
 
 void CairoRenderTarget::TextOut(int x, int y, const wchar_t* text, int len) {
   if (!text || Invisible(text_color_)) return;
-  const auto& shaped = text_->Layout(font_entry_, Utf8(text, TextLength(text, len), true), TextEngine::Box());
+  const auto& shaped = text_->Layout(font_entry_, {text, TextLength(text, len)}, true, TextEngine::Box());
   SetSourceColor(text_color_);
   cairo_move_to(cr_, x, y);
   pango_cairo_show_layout(cr_, shaped.layout);

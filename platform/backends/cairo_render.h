@@ -110,8 +110,6 @@ class CairoRenderTarget : public IRenderTarget {
   int PenWidth() const;
   void RoundRectPath(double x, double y, double w, double h, double rx, double ry);
   void DrawLayoutText(const wchar_t* text, size_t n, const CRect& rc, UINT format);
-  // text as UTF-8 in a buffer reused between calls.
-  const std::string& Utf8(const wchar_t* text, size_t n, bool single_line);
   void PaintBitmapPart(const IBitmap* bmp, const CRect& src, const CRect& dst, ExpandMode mode,
                        double alpha);
 

@@ -44,11 +44,10 @@ size_t TextEngine::MaxShapedChars(const Font* font) {
   return std::max<size_t>(1, std::min(static_cast<size_t>(kMaxRenderTextLength), by_extent));
 }
 
-size_t TextEngine::KeyHash::operator()(const Key& k) const {
-  size_t h = std::hash<std::string>()(k.text);
-  h ^= std::hash<const void*>()(k.font) + 0x9e3779b9 + (h << 6) + (h >> 2);
-  h ^= static_cast<size_t>(k.width) * 31u + static_cast<size_t>(k.height) * 131u +
-       static_cast<size_t>(k.flags) * 1031u;
+size_t TextEngine::Hash(const Font* font, std::wstring_view text, int width, int height, int flags) {
+  size_t h = std::hash<std::wstring_view>()(text);
+  h ^= std::hash<const void*>()(font) + 0x9e3779b9 + (h << 6) + (h >> 2);
+  h ^= static_cast<size_t>(width) * 31u + static_cast<size_t>(height) * 131u + static_cast<size_t>(flags) * 1031u;
   return h;
 }
 
@@ -111,19 +110,22 @@ const TextEngine::Font* TextEngine::GetFont(const FontDesc& desc) {
   return result;
 }
 
-const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string& utf8,
+const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view text, bool single_line,
                                              const Box& box) {
-  const int flags = (box.wrap ? 1 : 0) | (box.ellipsize ? 2 : 0) | (static_cast<int>(box.align) << 2);
-  probe_.font = font;
-  probe_.text.assign(utf8);
-  probe_.width = box.width;
-  probe_.height = box.ellipsize ? box.height : -1;
-  probe_.flags = flags;
-  Cached*& front = front_[KeyHash()(probe_) % kFrontSlots];
-  if (front && front->first == probe_) {
+  text = text.substr(0, MaxShapedChars(font));
+  const int flags = (box.wrap ? 1 : 0) | (box.ellipsize ? 2 : 0) | (single_line ? 4 : 0) |
+                    (static_cast<int>(box.align) << 3);
+  const int height = box.ellipsize ? box.height : -1;
+  Cached*& front = front_[Hash(font, text, box.width, height, flags) % kFrontSlots];
+  if (front && front->first.Matches(font, text, box.width, height, flags)) {
     front->second.used = true;
     return front->second.shaped;
   }
+  probe_.font = font;
+  probe_.text.assign(text);
+  probe_.width = box.width;
+  probe_.height = height;
+  probe_.flags = flags;
   auto found = index_.find(probe_);
   if (found != index_.end()) {
     found->second.used = true;
@@ -135,7 +137,9 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, const std::string
   PangoLayout* layout = pango_layout_new(context_);
   pango_layout_set_font_description(layout, font->desc);
   if (font->attrs) pango_layout_set_attributes(layout, font->attrs);
-  pango_layout_set_text(layout, utf8.data(), static_cast<int>(utf8.size()));
+  utf8_.clear();
+  AppendUtf8(&utf8_, text.data(), text.size(), single_line);
+  pango_layout_set_text(layout, utf8_.data(), static_cast<int>(utf8_.size()));
   if (box.width >= 0) pango_layout_set_width(layout, box.width * PANGO_SCALE);
   pango_layout_set_wrap(layout, PANGO_WRAP_WORD_CHAR);
   if (box.ellipsize) {

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -60,26 +61,30 @@ class TextEngine {
 
   // Stable for the engine's lifetime.
   const Font* GetFont(const FontDesc& desc);
-  // The shaped layout; valid until the next call. Up to kCacheCapacity
-  // layouts are kept; a full cache lets go of one not used since the
-  // eviction hand last passed it (a second-chance approximation of least
-  // recently used, so that a hit writes only its own entry).
-  const Shaped& Layout(const Font* font, const std::string& utf8, const Box& box);
+  // The shaped layout of text, of which at most MaxShapedChars(font)
+  // characters are shaped; with single_line, CR, LF and CRLF read as one
+  // space. Valid until the next call. Layouts are found by the text as
+  // given, so a repaint converts nothing; up to kCacheCapacity are kept,
+  // and a full cache lets go of one not used since the eviction hand last
+  // passed it (a second-chance approximation of least recently used, so
+  // that a hit writes only its own entry).
+  const Shaped& Layout(const Font* font, std::wstring_view text, bool single_line, const Box& box);
   size_t CachedLayouts() const { return index_.size(); }
 
  private:
   struct Key {
     const Font* font;
-    std::string text;
+    std::wstring text;
     int width, height;
     int flags;
-    bool operator==(const Key& o) const {
-      return font == o.font && width == o.width && height == o.height && flags == o.flags &&
-             text == o.text;
+    bool Matches(const Font* f, std::wstring_view t, int w, int h, int fl) const {
+      return font == f && width == w && height == h && flags == fl && text == t;
     }
+    bool operator==(const Key& o) const { return Matches(o.font, o.text, o.width, o.height, o.flags); }
   };
+  static size_t Hash(const Font* font, std::wstring_view text, int width, int height, int flags);
   struct KeyHash {
-    size_t operator()(const Key& k) const;
+    size_t operator()(const Key& k) const { return Hash(k.font, k.text, k.width, k.height, k.flags); }
   };
   struct Entry {
     Shaped shaped;
@@ -103,7 +108,8 @@ class TextEngine {
   // one probe instead of walking a bucket chain.
   static constexpr size_t kFrontSlots = 4096;
   std::array<Cached*, kFrontSlots> front_{};
-  Key probe_{};  // reused for lookups so that a cache hit allocates nothing
+  Key probe_{};       // reused for lookups so that a cache hit allocates nothing
+  std::string utf8_;  // the text handed to pango, when a layout is made
 };
 
 // Appends text as UTF-8; with single_line, CR, LF and CRLF become one space.

@@ -72,8 +72,9 @@ void SWindow::OnEraseBkgnd(IRenderTarget* rt) {
 
 void SWindow::OnNcPaint(IRenderTarget* rt) {
   const COLORREF border = style_->colorBorder.Get();
+  if (border == CR_INVALID) return;
   const CRect m = style_->GetMargin(GetScale());
-  if (border == CR_INVALID || m.IsRectNull()) return;
+  if (m.IsRectNull()) return;
   const CRect& w = rect_;
   const CRect bands[4] = {CRect(w.left, w.top, w.right, w.top + m.top),
                           CRect(w.left, w.bottom - m.bottom, w.right, w.bottom),
@@ -85,10 +86,11 @@ void SWindow::OnNcPaint(IRenderTarget* rt) {
 }
 
 void SWindow::OnPaint(IRenderTarget* rt) {
-  const SStringW text = GetWindowText();
-  if (text.IsEmpty()) return;
+  // The shown text itself, not a copy: a class whose GetWindowText answers
+  // something else paints it in its own OnPaint.
+  if (text_.IsEmpty()) return;
   CRect rc = GetChildrenLayoutRect();
-  DrawText(rt, text, text.GetLength(), &rc, GetTextAlign());
+  DrawText(rt, text_, text_.GetLength(), &rc, GetTextAlign());
 }
 
 void SWindow::DrawFocus(IRenderTarget* rt) {

@@ -202,19 +202,22 @@ TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
   desc.height = 12;
   const TextEngine::Font* font = engine.GetFont(desc);
   const TextEngine::Box box;
-  PangoLayout* kept = engine.Layout(font, "kept", box).layout;
+  PangoLayout* kept = engine.Layout(font, L"kept", false, box).layout;
   for (size_t i = 0; i < 3 * TextEngine::kCacheCapacity; ++i) {
-    engine.Layout(font, "text " + std::to_string(i), box);
-    ASSERT_EQ(engine.Layout(font, "kept", box).layout, kept) << "re-shaped after " << i << " others";
+    engine.Layout(font, L"text " + std::to_wstring(i), false, box);
+    ASSERT_EQ(engine.Layout(font, L"kept", false, box).layout, kept) << "re-shaped after " << i << " others";
   }
   EXPECT_EQ(engine.CachedLayouts(), TextEngine::kCacheCapacity);
   // The same text in another box is another layout, measured to that box.
   TextEngine::Box narrow;
   narrow.width = 1;
   narrow.wrap = true;
-  const TextEngine::Shaped& wrapped = engine.Layout(font, "two words", narrow);
-  EXPECT_NE(wrapped.layout, engine.Layout(font, "two words", box).layout);
-  EXPECT_GT(engine.Layout(font, "two words", narrow).logical.height, engine.Layout(font, "two words", box).logical.height);
+  const TextEngine::Shaped& wrapped = engine.Layout(font, L"two words", false, narrow);
+  EXPECT_NE(wrapped.layout, engine.Layout(font, L"two words", false, box).layout);
+  EXPECT_GT(engine.Layout(font, L"two words", false, narrow).logical.height, engine.Layout(font, L"two words", false, box).logical.height);
+  // Line breaks read as spaces make another layout of the same text.
+  EXPECT_GT(engine.Layout(font, L"two\nlines", false, box).logical.height,
+            engine.Layout(font, L"two\nlines", true, box).logical.height);
 }
 
 TEST_F(RenderTest, CharacterExtentsAgreeWithPrefixWidths) {
