@@ -152,6 +152,9 @@ class CairoRenderFactory : public IRenderFactory {
   IBitmapPtr LoadBitmapFromMemory(const void* data, size_t size) override;
   // pango's log attributes (pango_get_log_attrs).
   void TextBreaks(const wchar_t* text, int len, unsigned char* flags) override;
+  // Lets go of every shaped layout (fonts and glyphs stay): the next paint
+  // shapes its texts anew, as a first paint does.
+  void DropTextLayouts() { text_->DropLayouts(); }
 
  private:
   std::shared_ptr<TextEngine> text_;

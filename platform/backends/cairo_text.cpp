@@ -161,6 +161,14 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   return cached->second.shaped;
 }
 
+void TextEngine::DropLayouts() {
+  for (auto& e : index_) g_object_unref(e.second.shaped.layout);
+  index_.clear();
+  ring_.clear();
+  hand_ = 0;
+  front_.fill(nullptr);
+}
+
 size_t TextEngine::Evict() {
   // Each pass clears the marks it meets, so this ends within two rounds.
   while (ring_[hand_]->second.used) {

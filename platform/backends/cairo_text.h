@@ -70,6 +70,7 @@ class TextEngine {
   // that a hit writes only its own entry).
   const Shaped& Layout(const Font* font, std::wstring_view text, bool single_line, const Box& box);
   size_t CachedLayouts() const { return index_.size(); }
+  void DropLayouts();
 
  private:
   struct Key {

@@ -215,6 +215,11 @@ TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
   const TextEngine::Shaped& wrapped = engine.Layout(font, L"two words", false, narrow);
   EXPECT_NE(wrapped.layout, engine.Layout(font, L"two words", false, box).layout);
   EXPECT_GT(engine.Layout(font, L"two words", false, narrow).logical.height, engine.Layout(font, L"two words", false, box).logical.height);
+  // Dropped, the layouts are made anew on the next call.
+  engine.DropLayouts();
+  EXPECT_EQ(engine.CachedLayouts(), 0u);
+  EXPECT_GT(engine.Layout(font, L"kept", false, box).logical.width, 0);
+  EXPECT_EQ(engine.CachedLayouts(), 1u);
   // Line breaks read as spaces make another layout of the same text.
   EXPECT_GT(engine.Layout(font, L"two\nlines", false, box).logical.height,
             engine.Layout(font, L"two\nlines", true, box).logical.height);
