@@ -183,7 +183,10 @@ void SWindow::UpdateLayoutTree() {
     UpdateChildrenPosition();
     placing_children_ = false;
   }
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->UpdateLayoutTree();
+  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
+    if (c->next_sibling_) c->next_sibling_->PrefetchPassData();
+    c->UpdateLayoutTree();
+  }
 }
 
 void SWindow::UpdateChildrenPosition() { SouiLayout::LayoutChildren(this); }
@@ -228,6 +231,7 @@ void SWindow::ShiftUnplacedDescendants(int dx, int dy) {
 SWindow* SWindow::GetNextLayoutChild(const SWindow* cur) const {
   SWindow* w = cur ? cur->next_sibling_ : first_child_;
   while (w && (w->float_ || (!w->IsVisible(FALSE) && !w->display_))) w = w->next_sibling_;
+  if (w && w->next_sibling_) w->next_sibling_->PrefetchPassData();
   return w;
 }
 

@@ -117,7 +117,10 @@ void SWindow::PaintChildren(IRenderTarget* rt, const SRegion& dirty) {
     if (!dirty.Intersects(client)) return;
     rt->PushClipRect(&client);
   }
-  for (SWindow* c = first_child_; c; c = c->next_sibling_) c->RedrawRegion(rt, dirty);
+  for (SWindow* c = first_child_; c; c = c->next_sibling_) {
+    if (c->next_sibling_) c->next_sibling_->PrefetchPassData();
+    c->RedrawRegion(rt, dirty);
+  }
   if (clip_client_) rt->PopClip();
 }
 
