@@ -116,7 +116,8 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   const int flags = (box.wrap ? 1 : 0) | (box.ellipsize ? 2 : 0) | (single_line ? 4 : 0) |
                     (static_cast<int>(box.align) << 3);
   const int height = box.ellipsize ? box.height : -1;
-  Cached*& front = front_[Hash(font, text, box.width, height, flags) % kFrontSlots];
+  const size_t hash = Hash(font, text, box.width, height, flags);
+  Cached*& front = front_[hash % kFrontSlots];
   if (front && front->first.Matches(font, text, box.width, height, flags)) {
     front->second.used = true;
     return front->second.shaped;
@@ -132,7 +133,8 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
     front = &*found;
     return found->second.shaped;
   }
-  const size_t slot = ring_.size() < kCacheCapacity ? ring_.size() : Evict();
+  NoteMiss(hash);
+  const size_t slot = ring_.size() < capacity_ ? ring_.size() : Evict();
 
   PangoLayout* layout = pango_layout_new(context_);
   pango_layout_set_font_description(layout, font->desc);
@@ -167,6 +169,20 @@ void TextEngine::DropLayouts() {
   ring_.clear();
   hand_ = 0;
   front_.fill(nullptr);
+  ghosts_.clear();
+  ghost_order_.clear();
+  ghost_hits_ = 0;
+}
+
+void TextEngine::NoteMiss(size_t hash) {
+  if (capacity_ >= kMaxCacheCapacity || ghosts_.erase(hash) == 0) return;
+  // A quarter of the capacity in texts shaped again: the working set does
+  // not fit, and each paint would shape them again.
+  if (++ghost_hits_ * 4 < capacity_) return;
+  capacity_ *= 2;
+  ghost_hits_ = 0;
+  ghosts_.clear();
+  ghost_order_.clear();
 }
 
 size_t TextEngine::Evict() {
@@ -177,8 +193,16 @@ size_t TextEngine::Evict() {
   }
   const size_t slot = hand_;
   hand_ = (hand_ + 1) % ring_.size();
-  Cached*& front = front_[KeyHash()(ring_[slot]->first) % kFrontSlots];
+  const size_t hash = KeyHash()(ring_[slot]->first);
+  Cached*& front = front_[hash % kFrontSlots];
   if (front == ring_[slot]) front = nullptr;
+  if (capacity_ < kMaxCacheCapacity && ghosts_.insert(hash).second) {
+    ghost_order_.push_back(hash);
+    if (ghost_order_.size() > capacity_) {
+      ghosts_.erase(ghost_order_.front());
+      ghost_order_.pop_front();
+    }
+  }
   g_object_unref(ring_[slot]->second.shaped.layout);
   index_.erase(index_.find(ring_[slot]->first));
   return slot;

@@ -9,11 +9,13 @@
 #include <pango/pangocairo.h>
 
 #include <array>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "soui/render.h"
@@ -45,7 +47,12 @@ class TextEngine {
     PangoRectangle logical{};  // pixels, relative to the layout origin
   };
 
+  // The cache starts with room for kCacheCapacity layouts and doubles it,
+  // up to kMaxCacheCapacity, when texts it let go of are soon asked for
+  // again: a view showing more texts than fit would otherwise shape every
+  // one of them on every paint.
   static constexpr size_t kCacheCapacity = 2048;
+  static constexpr size_t kMaxCacheCapacity = 32768;
   // Pango measures in 1/1024 pixel ints: extents stay below this many pixels
   // so that they cannot wrap around.
   static constexpr int kMaxExtent = (1 << 30) / PANGO_SCALE;
@@ -64,12 +71,13 @@ class TextEngine {
   // The shaped layout of text, of which at most MaxShapedChars(font)
   // characters are shaped; with single_line, CR, LF and CRLF read as one
   // space. Valid until the next call. Layouts are found by the text as
-  // given, so a repaint converts nothing; up to kCacheCapacity are kept,
-  // and a full cache lets go of one not used since the eviction hand last
-  // passed it (a second-chance approximation of least recently used, so
-  // that a hit writes only its own entry).
+  // given, so a repaint converts nothing; a full cache lets go of one not
+  // used since the eviction hand last passed it (a second-chance
+  // approximation of least recently used, so that a hit writes only its
+  // own entry).
   const Shaped& Layout(const Font* font, std::wstring_view text, bool single_line, const Box& box);
   size_t CachedLayouts() const { return index_.size(); }
+  size_t Capacity() const { return capacity_; }
   void DropLayouts();
 
  private:
@@ -101,6 +109,9 @@ class TextEngine {
   std::map<FontDesc, std::unique_ptr<Font>, DescLess> fonts_;
   // Frees a slot of ring_ and returns its index.
   size_t Evict();
+  // A text not in the cache is about to be shaped: grows the cache when
+  // too many such texts are ones it let go of lately.
+  void NoteMiss(size_t hash);
 
   std::unordered_map<Key, Entry, KeyHash> index_;
   std::vector<Cached*> ring_;  // the entries in eviction order; elements of index_ do not move
@@ -109,6 +120,12 @@ class TextEngine {
   // one probe instead of walking a bucket chain.
   static constexpr size_t kFrontSlots = 4096;
   std::array<Cached*, kFrontSlots> front_{};
+  size_t capacity_ = kCacheCapacity;
+  // Hashes of the texts let go of last (at most capacity_ of them), and how
+  // many of those were asked for again since the capacity last changed.
+  std::unordered_set<size_t> ghosts_;
+  std::deque<size_t> ghost_order_;
+  size_t ghost_hits_ = 0;
   Key probe_{};       // reused for lookups so that a cache hit allocates nothing
   std::string utf8_;  // the text handed to pango, when a layout is made
 };

@@ -225,6 +225,28 @@ TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
             engine.Layout(font, L"two\nlines", true, box).logical.height);
 }
 
+// A view showing more texts than the cache holds: after a few paints every
+// text is found, none shaped again, and the cache stays within its limit.
+TEST(TextEngineTest, CacheGrowsToHoldWhatEveryPaintShows) {
+  TextEngine engine;
+  FontDesc desc;
+  desc.height = 12;
+  const TextEngine::Font* font = engine.GetFont(desc);
+  const size_t shown = TextEngine::kCacheCapacity * 3 / 2;
+  const auto paint = [&] {
+    std::vector<PangoLayout*> layouts;
+    for (size_t i = 0; i < shown; ++i) {
+      layouts.push_back(engine.Layout(font, L"row " + std::to_wstring(i), false, TextEngine::Box()).layout);
+    }
+    return layouts;
+  };
+  for (int i = 0; i < 3; ++i) paint();
+  EXPECT_EQ(paint(), paint());
+  EXPECT_GE(engine.Capacity(), shown);
+  EXPECT_LE(engine.Capacity(), TextEngine::kMaxCacheCapacity);
+  EXPECT_EQ(engine.CachedLayouts(), shown);
+}
+
 TEST_F(RenderTest, CharacterExtentsAgreeWithPrefixWidths) {
   UseFont(20);
   // Latin, ideographs, a combining mark (one cluster with its base), a NUL
