@@ -26,7 +26,13 @@ int ClampCoord(double v) {
   return static_cast<int>(v);
 }
 
-bool IsBlank(wchar_t c) { return std::iswspace(static_cast<wint_t>(c)) != 0; }
+// Layouts parse many numbers: ASCII is decided here, the rest by the C library.
+bool IsBlank(wchar_t c) {
+  if (c < 0x80) return c == L' ' || (c >= L'\t' && c <= L'\r');
+  return std::iswspace(static_cast<wint_t>(c)) != 0;
+}
+
+wchar_t LowerAscii(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c; }
 
 // Strict decimal: [-]digits[.digits] filling all of [b, e), at least one
 // digit, magnitude up to kMaxValue. No exponents, no "nan"/"inf", and no
@@ -57,12 +63,13 @@ bool ParseDecimal(const wchar_t* b, const wchar_t* e, double* out) {
   return true;
 }
 
-bool EndsWithNoCase(const wchar_t* b, const wchar_t* e, const wchar_t* suffix) {
-  const size_t n = std::wcslen(suffix);
+// suffix: lowercase ASCII.
+template <size_t N>
+bool EndsWithNoCase(const wchar_t* b, const wchar_t* e, const wchar_t (&suffix)[N]) {
+  constexpr size_t n = N - 1;
   if (static_cast<size_t>(e - b) < n) return false;
   for (size_t i = 0; i < n; ++i) {
-    const wchar_t c = e[static_cast<ptrdiff_t>(i) - static_cast<ptrdiff_t>(n)];
-    if (std::towlower(static_cast<wint_t>(c)) != static_cast<wint_t>(suffix[i])) return false;
+    if (LowerAscii(e[static_cast<ptrdiff_t>(i) - static_cast<ptrdiff_t>(n)]) != suffix[i]) return false;
   }
   return true;
 }
@@ -72,25 +79,32 @@ void TrimRange(const wchar_t*& b, const wchar_t*& e) {
   while (e > b && IsBlank(e[-1])) --e;
 }
 
-// Parses [b, e) as a size; works on the text in place (layouts parse many).
-bool ParseSizeRange(const wchar_t* b, const wchar_t* e, SLayoutSize* out) {
-  TrimRange(b, e);
-  LayoutUnit unit = LayoutUnit::Px;
-  size_t unit_len = 0;
+// The unit a size ends with, and its length in characters.
+size_t UnitSuffix(const wchar_t* b, const wchar_t* e, LayoutUnit* unit) {
+  *unit = LayoutUnit::Px;
+  if (b == e || (e[-1] >= L'0' && e[-1] <= L'9')) return 0;  // most sizes are bare numbers
   // "dip" first: the older toolkit looked at two characters only and read
   // "10dip" as a bare number; the newer one (and we) take the whole unit.
   if (EndsWithNoCase(b, e, L"dip")) {
-    unit = LayoutUnit::Dip;
-    unit_len = 3;
-  } else if (EndsWithNoCase(b, e, L"dp")) {
-    unit = LayoutUnit::Dp;
-    unit_len = 2;
-  } else if (EndsWithNoCase(b, e, L"sp")) {
-    unit = LayoutUnit::Sp;
-    unit_len = 2;
-  } else if (EndsWithNoCase(b, e, L"px")) {
-    unit_len = 2;
+    *unit = LayoutUnit::Dip;
+    return 3;
   }
+  if (EndsWithNoCase(b, e, L"dp")) {
+    *unit = LayoutUnit::Dp;
+    return 2;
+  }
+  if (EndsWithNoCase(b, e, L"sp")) {
+    *unit = LayoutUnit::Sp;
+    return 2;
+  }
+  return EndsWithNoCase(b, e, L"px") ? 2 : 0;
+}
+
+// Parses [b, e) as a size; works on the text in place (layouts parse many).
+bool ParseSizeRange(const wchar_t* b, const wchar_t* e, SLayoutSize* out) {
+  TrimRange(b, e);
+  LayoutUnit unit;
+  const size_t unit_len = UnitSuffix(b, e, &unit);
   double v = 0;
   if (!ParseDecimal(b, e - unit_len, &v)) return false;
   *out = SLayoutSize(static_cast<float>(v), unit);
