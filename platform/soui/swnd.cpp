@@ -643,7 +643,7 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     case StdAttr::ClipClient: clip_client_ = ParseBool(value); hr = S_OK; break;
     case StdAttr::MaxWidth:
       GetRare().max_width = SLayoutSize::Parse(value);
-      rare_->has_max_width = true;
+      has_max_width_ = true;
       RequestRelayout();
       break;
     case StdAttr::DrawFocusRect: draw_focus_rect_ = ParseBool(value); hr = S_OK; break;

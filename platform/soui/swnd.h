@@ -435,8 +435,7 @@ class SWindow : public SObject {
     bool has_raw_text = false;
     SStringW tip;
     ThemedSkin focus_skin;
-    SLayoutSize max_width;
-    bool has_max_width = false;
+    SLayoutSize max_width;  // when has_max_width_
   };
 
  private:
@@ -461,8 +460,9 @@ class SWindow : public SObject {
   //   1  identity and where to look things up (every pass)
   //   2  the tree links, state and flags (every walk over children)
   //   3-4  geometry, measuring and the layout attributes, and the text
-  //   5  events, what ancestors hand down (paint, fonts), the rare state
-  //   6  the name (events carry it)
+  //   5  events (each carries the id and name), what ancestors hand down
+  //      (paint, fonts)
+  //   6  the rare state
   // Seldom-used state comes after. Mind the grouping when adding members.
  protected:
   int id_ = 0;
@@ -510,6 +510,8 @@ class SWindow : public SObject {
   // Inside UpdateChildrenPosition of a layout pass: every child placed now
   // is laid out itself right after, so its own children need not be shifted.
   bool placing_children_ = false;
+  // rare_->max_width applies: measuring asks without loading rare_.
+  bool has_max_width_ = false;
 
  protected:
   CRect rect_;
@@ -527,8 +529,8 @@ class SWindow : public SObject {
   SWindow* owner_ = nullptr;
 
  protected:
-  std::unique_ptr<Rare> rare_;
   SStringW name_;
+  std::unique_ptr<Rare> rare_;
 
  protected:
   // Seldom read after creation.

@@ -93,7 +93,7 @@ CSize SWindow::GetDesiredSize(int width, int height) {
   const int extra_w = margin.left + margin.right + padding.left + padding.right;
   const int extra_h = margin.top + margin.bottom + padding.top + padding.bottom;
   int text_width = size.cx >= 0 ? size.cx - extra_w : -1;
-  if (text_width < 0 && rare_ && rare_->has_max_width) text_width = rare_->max_width.toPixelSize(scale) - extra_w;
+  if (text_width < 0 && has_max_width_) text_width = rare_->max_width.toPixelSize(scale) - extra_w;
   const CSize text = MeasureContent(text_width);
   const CSize children = SouiLayout::MeasureChildren(
       this, size.cx >= 0 ? size.cx - extra_w : -1, size.cy >= 0 ? size.cy - extra_h : -1);
