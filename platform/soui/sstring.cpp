@@ -82,6 +82,18 @@ SStringW SStringW::FromUtf8(const char* utf8) {
   return FromUtf8(std::string(utf8));
 }
 
+SStringW& SStringW::AssignUtf8(const char* utf8, size_t len) {
+  size_t ascii = 0;
+  while (utf8 && ascii < len && static_cast<unsigned char>(utf8[ascii]) < 0x80) ++ascii;
+  if (ascii < len) {
+    s_ = FromUtf8(std::string(utf8, len)).s_;
+    return *this;
+  }
+  s_.resize(len);
+  for (size_t i = 0; i < len; ++i) s_[i] = static_cast<wchar_t>(utf8[i]);
+  return *this;
+}
+
 SStringW SStringW::FromUtf8(const std::string& in) {
   std::wstring out;
   out.reserve(in.size());
