@@ -83,14 +83,18 @@ SStringW SStringW::FromUtf8(const char* utf8) {
 }
 
 SStringW& SStringW::AssignUtf8(const char* utf8, size_t len) {
-  size_t ascii = 0;
-  while (utf8 && ascii < len && static_cast<unsigned char>(utf8[ascii]) < 0x80) ++ascii;
-  if (ascii < len) {
-    s_ = FromUtf8(std::string(utf8, len)).s_;
-    return *this;
-  }
+  if (!utf8) len = 0;
+  // Widened in place while it stays ASCII; decoded anew otherwise.
   s_.resize(len);
-  for (size_t i = 0; i < len; ++i) s_[i] = static_cast<wchar_t>(utf8[i]);
+  wchar_t* out = s_.data();
+  for (size_t i = 0; i < len; ++i) {
+    const unsigned char c = static_cast<unsigned char>(utf8[i]);
+    if (c >= 0x80) {
+      s_ = FromUtf8(std::string(utf8, len)).s_;
+      break;
+    }
+    out[i] = static_cast<wchar_t>(c);
+  }
   return *this;
 }
 

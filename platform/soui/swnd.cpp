@@ -604,7 +604,7 @@ void SWindow::SetWindowText(const SStringW& text_in) {
   const DesiredCache before = desired_cache_;
   const bool measured = before.epoch == internal::g_measure_epoch && before.scale == GetScale();
   InvalidateMeasure();
-  text_ = shown;
+  text_ = std::move(shown);
   // The raw form is kept only when it differs (a reference was resolved).
   if (has_raw) {
     GetRare().text_raw = text;
