@@ -23,7 +23,14 @@ namespace {
 // The value of an attribute (or inner text), at most max_chars characters,
 // into *out; the cut is made on a character boundary.
 void CappedXmlText(const char* utf8, int max_chars, bool* cut, SStringW* out) {
-  size_t i = 0;
+  // No more bytes than the limit: no more characters either.
+  size_t i = std::strlen(utf8);
+  if (i <= static_cast<size_t>(max_chars)) {
+    *cut = false;
+    out->AssignUtf8(utf8, i);
+    return;
+  }
+  i = 0;
   int chars = 0;
   for (; utf8[i]; ++i) {
     if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80 && chars++ == max_chars) break;
