@@ -90,7 +90,8 @@ HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
     QVLogBadValue(this, L"qvstyle", value);
     return S_OK;
   }
-  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"font", it->second); });
+  static const SStringW kFont(L"font");
+  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(kFont, it->second); });
   if (!loading) RequestRelayout();
   return S_OK;
 }
@@ -100,7 +101,9 @@ HRESULT CQVRedGreenStatic::OnAttrCompare(const SStringW& value, BOOL loading) {
   int64_t compare = compare_;
   StrToInt64ExW(value, STIF_SUPPORT_HEX, &compare);
   UpdateRiseFallColor();
-  SetCompare(compare);
+  // While loading, OnCreate colours the label once from both numbers.
+  if (IsLoadingXml()) compare_ = compare;
+  else SetCompare(compare);
   return S_FALSE;  // repainted above only if it changed
 }
 
@@ -108,7 +111,8 @@ HRESULT CQVRedGreenStatic::OnAttrCurrent(const SStringW& value, BOOL loading) {
   (void)loading;
   int64_t current = current_;
   StrToInt64ExW(value, STIF_SUPPORT_HEX, &current);
-  SetCurrent(current);
+  if (IsLoadingXml()) current_ = current;
+  else SetCurrent(current);
   return S_FALSE;
 }
 
@@ -132,8 +136,12 @@ bool CQVRedGreenStatic::ResetColorText() {
   const wchar_t* ref = current_ > compare_   ? GetRiseColorRef()
                        : current_ < compare_ ? GetFallColorRef()
                                              : GetStableColorRef();
-  if (GetStyle().colorText[0].Source() == ref) return false;  // most updates keep the direction
-  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(L"colorText", ref); });
+  // Widened once: every label of a watchlist sets one of the three.
+  static const SStringW kColorText(L"colorText"), kRise(kQVColorRise), kFall(kQVColorFall),
+      kStable(kQVColorStable);
+  const SStringW& wide = ref == kQVColorRise ? kRise : ref == kQVColorFall ? kFall : kStable;
+  if (GetStyle().colorText[0].Source() == wide) return false;  // most updates keep the direction
+  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(kColorText, wide); });
   return true;
 }
 

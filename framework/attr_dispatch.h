@@ -111,8 +111,12 @@ HRESULT QVDispatchAttribute(T* self, const QVAttrEntry<T> (&table)[N], const QVA
     for (const QVAttrEntry<T>& e : table) listing->own.push_back(e.name);
     return detail::QVListAdmitted(listing, admitted) ? self->Base::SetAttribute(name, value, loading) : S_OK;
   }
+  // Every attribute of a page passes here: a differing ASCII first letter
+  // rules an entry out without a call (beyond ASCII the locale decides).
+  const auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
+  const wchar_t first = fold(name.GetAt(0));
   for (const QVAttrEntry<T>& e : table) {
-    if (name.CompareNoCase(e.name) != 0) continue;
+    if ((first < 0x80 && fold(e.name[0]) != first) || name.CompareNoCase(e.name) != 0) continue;
     const HRESULT hr = (self->*e.handler)(value, loading);
     if (e.chain_to_base) {
       if (hr < 0) return hr;

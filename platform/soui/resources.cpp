@@ -62,8 +62,12 @@ bool ParseColorLiteral(const SStringW& text, COLORREF* out) {
   // Parsed in place: themes and layouts carry thousands of colours.
   const wchar_t* b = text.c_str();
   const wchar_t* e = b + text.GetLength();
-  while (b < e && std::iswspace(static_cast<wint_t>(*b))) ++b;
-  while (e > b && std::iswspace(static_cast<wint_t>(e[-1]))) --e;
+  // The locale is asked only beyond ASCII.
+  const auto space = [](wchar_t c) {
+    return c < 0x80 ? (c == L' ' || (c >= L'\t' && c <= L'\r')) : std::iswspace(static_cast<wint_t>(c)) != 0;
+  };
+  while (b < e && space(*b)) ++b;
+  while (e > b && space(e[-1])) --e;
   if (b < e && *b == L'#') {
     const long n = e - b - 1;
     if (n != 6 && n != 8) return false;
@@ -153,6 +157,7 @@ SResProvider::~SResProvider() = default;
 
 void SResProvider::Clear() {
   colors_.clear();
+  ForgetRecentColors();
   strings_.clear();
   font_cache_.clear();
   default_fonts_.clear();
@@ -234,6 +239,7 @@ bool SResProvider::LoadUiDef(pugi::xml_node uidef, const SStringW& base_dir) {
 }
 
 void SResProvider::LoadColorTable(pugi::xml_node node, const SStringW& prefix) {
+  ForgetRecentColors();
   for (pugi::xml_node c = node.first_child(); c; c = c.next_sibling()) {
     if (c.type() != pugi::node_element) continue;
     const SStringW key = prefix.IsEmpty() ? XmlName(c) : prefix + L"\\" + XmlName(c);
@@ -247,14 +253,32 @@ void SResProvider::LoadColorTable(pugi::xml_node node, const SStringW& prefix) {
 
 void SResProvider::SetColor(const SStringW& key, COLORREF color) {
   colors_[key.str()] = color;
+  ForgetRecentColors();
   ++generation_;
 }
 
+void SResProvider::ForgetRecentColors() const {
+  for (RecentColor& r : recent_colors_) r.text.Empty();
+}
+
 bool SResProvider::ResolveColor(const SStringW& text, COLORREF* out) const {
+  if (recent_gen_ != generation_) {
+    ForgetRecentColors();
+    recent_gen_ = generation_;
+  }
+  for (const RecentColor& r : recent_colors_) {
+    if (!r.text.IsEmpty() && r.text == text) {
+      if (out) *out = r.value;
+      return true;
+    }
+  }
   if (StripReference(text, L"color", &color_probe_)) {
     auto it = colors_.find(color_probe_);
     if (it == colors_.end()) return false;
     if (out) *out = it->second;
+    RecentColor& r = recent_colors_[recent_next_++ % 4];
+    r.text = text;
+    r.value = it->second;
     return true;
   }
   return ParseColorLiteral(text, out);

@@ -118,6 +118,17 @@ class SResProvider {
   // through one reused key so that a lookup allocates nothing.
   std::unordered_map<std::wstring, COLORREF> colors_;
   mutable std::wstring color_probe_;
+  // The last few references resolved, valid for one generation: a watchlist
+  // sets the same three over and over.
+  struct RecentColor {
+    SStringW text;
+    COLORREF value = 0;
+  };
+  mutable RecentColor recent_colors_[4];
+  mutable unsigned recent_gen_ = 0;
+  mutable unsigned recent_next_ = 0;
+  // Called wherever the colour table changes.
+  void ForgetRecentColors() const;
   SStringW language_ = L"en";
   std::map<SStringW, std::map<SStringW, SStringW>> strings_;  // lang -> key -> value
   FontDesc default_font_;

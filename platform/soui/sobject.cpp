@@ -78,16 +78,23 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, pu
   t_pending = outer;
   if (pending.handled) {
     // A value cut to its limit is stored as applied.
-    if (static_cast<size_t>(value.GetLength()) < std::strlen(source.value())) {
+    const char* text = source.value();
+    const size_t text_len = std::strlen(text);
+    if (static_cast<size_t>(value.GetLength()) < text_len) {
       StoreAttribute(name, value);
     } else {
-      // Appended without a search: a later entry of the same name wins.
-      const std::string_view key(source.name()), text(source.value());
-      attr_values_.append(key.substr(0, key.find('\0'))).push_back('\0');
-      attr_values_.append(text.substr(0, text.find('\0'))).push_back('\0');
+      // Appended without a search, each with its terminating NUL: a later
+      // entry of the same name wins.
+      const char* key = source.name();
+      attr_values_.append(key, std::strlen(key) + 1);
+      attr_values_.append(text, text_len + 1);
     }
   }
   return hr;
+}
+
+void SObject::ReserveAttributeText(size_t bytes) {
+  if (attr_values_.empty()) attr_values_.reserve(bytes);
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {

@@ -66,6 +66,8 @@ class SObject {
   // Applies one attribute read from a document and stores the document's
   // own UTF-8 text for it, instead of converting the wide value back.
   HRESULT SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source);
+  // Sizes the stored text once for a document's attributes, before any is stored.
+  void ReserveAttributeText(size_t bytes);
 
  private:
   // "name\0value\0name\0value\0..." in UTF-8: one allocation per object,

@@ -82,6 +82,22 @@ SStringW SStringW::FromUtf8(const char* utf8) {
   return FromUtf8(std::string(utf8));
 }
 
+SStringW& SStringW::AssignUtf8(const char* utf8, size_t len) {
+  if (!utf8) len = 0;
+  // Widened in place while it stays ASCII; decoded anew otherwise.
+  s_.resize(len);
+  wchar_t* out = s_.data();
+  for (size_t i = 0; i < len; ++i) {
+    const unsigned char c = static_cast<unsigned char>(utf8[i]);
+    if (c >= 0x80) {
+      s_ = FromUtf8(std::string(utf8, len)).s_;
+      break;
+    }
+    out[i] = static_cast<wchar_t>(c);
+  }
+  return *this;
+}
+
 SStringW SStringW::FromUtf8(const std::string& in) {
   std::wstring out;
   out.reserve(in.size());

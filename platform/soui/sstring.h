@@ -28,6 +28,9 @@ class SStringW {
   static SStringW FromUtf8(const std::string& utf8);
   static SStringW FromUtf8(const char* utf8);
   std::string ToUtf8() const;
+  // Replaces the text with len bytes of UTF-8, keeping the buffer when it is
+  // large enough (a reader reusing one string allocates once).
+  SStringW& AssignUtf8(const char* utf8, size_t len);
 
   int GetLength() const { return static_cast<int>(s_.size()); }
   bool IsEmpty() const { return s_.empty(); }

@@ -33,6 +33,10 @@ SStatic::SStatic() {
 }
 
 HRESULT SStatic::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
+  // Every attribute of every label passes here; most go on to the window.
+  const wchar_t c = name.GetAt(0);
+  const wchar_t first = static_cast<wchar_t>(c | 0x20);
+  if (c < 0x80 && first != L'm' && first != L'i') return SWindow::SetAttribute(name, value, loading);
   if (name.CompareNoCase(L"multiLines") == 0) {
     int v = 0;
     StrToIntExW(value, STIF_SUPPORT_HEX, &v);

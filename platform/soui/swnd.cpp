@@ -62,39 +62,79 @@ enum class StdAttr {
 
 namespace {
 
-StdAttr LookupStdAttr(const SStringW& name) {
-  static const std::unordered_map<std::wstring_view, StdAttr> kTable = {
-      {L"name", StdAttr::Name}, {L"id", StdAttr::Id}, {L"text", StdAttr::Text}, {L"tip", StdAttr::Tip},
-      {L"skin", StdAttr::Skin}, {L"focusskin", StdAttr::FocusSkin}, {L"visible", StdAttr::Visible},
-      {L"show", StdAttr::Visible}, {L"display", StdAttr::Display}, {L"enable", StdAttr::Enable},
-      {L"msgtransparent", StdAttr::MsgTransparent}, {L"focusable", StdAttr::Focusable},
-      {L"float", StdAttr::Float}, {L"clipclient", StdAttr::ClipClient}, {L"maxwidth", StdAttr::MaxWidth},
-      {L"drawfocusrect", StdAttr::DrawFocusRect},
-      {L"data", StdAttr::Ignored}, {L"trctx", StdAttr::Ignored}, {L"class", StdAttr::Class},
-      {L"colortext", StdAttr::ColorText}, {L"colortexthover", StdAttr::ColorTextHover},
-      {L"colortextpush", StdAttr::ColorTextPush}, {L"colortextdisable", StdAttr::ColorTextDisable},
-      {L"font", StdAttr::Font}, {L"fonthover", StdAttr::FontHover}, {L"fontpush", StdAttr::FontPush},
-      {L"fontdisable", StdAttr::FontDisable}, {L"colorbkgnd", StdAttr::ColorBkgnd},
-      {L"colorborder", StdAttr::ColorBorder}, {L"align", StdAttr::Align}, {L"valign", StdAttr::VAlign},
-      {L"dotted", StdAttr::Dotted}, {L"textmode", StdAttr::TextMode}, {L"padding", StdAttr::Padding},
-      {L"inset", StdAttr::Padding}, {L"padding_left", StdAttr::PaddingLeft},
-      {L"padding_top", StdAttr::PaddingTop}, {L"padding_right", StdAttr::PaddingRight},
-      {L"padding_bottom", StdAttr::PaddingBottom}, {L"margin", StdAttr::Margin},
-      {L"margin-x", StdAttr::MarginX}, {L"margin-y", StdAttr::MarginY}, {L"alpha", StdAttr::Alpha},
-      {L"cursor", StdAttr::Cursor}, {L"pos", StdAttr::Pos}, {L"offset", StdAttr::Offset},
-      {L"size", StdAttr::Size}, {L"width", StdAttr::Width}, {L"height", StdAttr::Height},
-  };
-  // No known name is longer than this, and none is outside ASCII.
-  wchar_t lower[24];
-  const int len = name.GetLength();
-  if (len == 0 || len >= static_cast<int>(sizeof(lower) / sizeof(lower[0]))) return StdAttr::Unknown;
-  for (int i = 0; i < len; ++i) {
-    const wchar_t c = name[i];
-    if (c >= 0x80) return StdAttr::Unknown;
-    lower[i] = (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c;
+struct StdAttrName {
+  std::wstring_view name;  // lower case
+  StdAttr attr;
+};
+
+constexpr StdAttrName kStdAttrNames[] = {
+    {L"name", StdAttr::Name}, {L"id", StdAttr::Id}, {L"text", StdAttr::Text}, {L"tip", StdAttr::Tip},
+    {L"skin", StdAttr::Skin}, {L"focusskin", StdAttr::FocusSkin}, {L"visible", StdAttr::Visible},
+    {L"show", StdAttr::Visible}, {L"display", StdAttr::Display}, {L"enable", StdAttr::Enable},
+    {L"msgtransparent", StdAttr::MsgTransparent}, {L"focusable", StdAttr::Focusable},
+    {L"float", StdAttr::Float}, {L"clipclient", StdAttr::ClipClient}, {L"maxwidth", StdAttr::MaxWidth},
+    {L"drawfocusrect", StdAttr::DrawFocusRect},
+    {L"data", StdAttr::Ignored}, {L"trctx", StdAttr::Ignored}, {L"class", StdAttr::Class},
+    {L"colortext", StdAttr::ColorText}, {L"colortexthover", StdAttr::ColorTextHover},
+    {L"colortextpush", StdAttr::ColorTextPush}, {L"colortextdisable", StdAttr::ColorTextDisable},
+    {L"font", StdAttr::Font}, {L"fonthover", StdAttr::FontHover}, {L"fontpush", StdAttr::FontPush},
+    {L"fontdisable", StdAttr::FontDisable}, {L"colorbkgnd", StdAttr::ColorBkgnd},
+    {L"colorborder", StdAttr::ColorBorder}, {L"align", StdAttr::Align}, {L"valign", StdAttr::VAlign},
+    {L"dotted", StdAttr::Dotted}, {L"textmode", StdAttr::TextMode}, {L"padding", StdAttr::Padding},
+    {L"inset", StdAttr::Padding}, {L"padding_left", StdAttr::PaddingLeft},
+    {L"padding_top", StdAttr::PaddingTop}, {L"padding_right", StdAttr::PaddingRight},
+    {L"padding_bottom", StdAttr::PaddingBottom}, {L"margin", StdAttr::Margin},
+    {L"margin-x", StdAttr::MarginX}, {L"margin-y", StdAttr::MarginY}, {L"alpha", StdAttr::Alpha},
+    {L"cursor", StdAttr::Cursor}, {L"pos", StdAttr::Pos}, {L"offset", StdAttr::Offset},
+    {L"size", StdAttr::Size}, {L"width", StdAttr::Width}, {L"height", StdAttr::Height},
+};
+
+// Every attribute of every window passes here: the name is folded and
+// hashed in one pass and found with about one comparison.
+class StdAttrTable {
+ public:
+  StdAttrTable() {
+    for (const StdAttrName& e : kStdAttrNames) {
+      uint32_t h = kSeed;
+      for (wchar_t c : e.name) h = Mix(h, c);
+      size_t i = h & kMask;
+      while (slots_[i]) i = (i + 1) & kMask;
+      slots_[i] = &e;
+    }
   }
-  auto it = kTable.find(std::wstring_view(lower, static_cast<size_t>(len)));
-  return it == kTable.end() ? StdAttr::Unknown : it->second;
+
+  StdAttr Find(const SStringW& name) const {
+    // No known name is longer than this, and none is outside ASCII.
+    wchar_t lower[24];
+    const size_t len = static_cast<size_t>(name.GetLength());
+    if (len == 0 || len >= sizeof(lower) / sizeof(lower[0])) return StdAttr::Unknown;
+    const wchar_t* s = name.c_str();
+    uint32_t h = kSeed;
+    for (size_t i = 0; i < len; ++i) {
+      const wchar_t c = s[i];
+      if (c >= 0x80) return StdAttr::Unknown;
+      lower[i] = (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c;
+      h = Mix(h, lower[i]);
+    }
+    const std::wstring_view key(lower, len);
+    for (size_t i = h & kMask; slots_[i]; i = (i + 1) & kMask) {
+      if (slots_[i]->name == key) return slots_[i]->attr;
+    }
+    return StdAttr::Unknown;
+  }
+
+ private:
+  static constexpr uint32_t kSeed = 2166136261u;  // FNV-1a
+  static uint32_t Mix(uint32_t h, wchar_t c) { return (h ^ static_cast<uint32_t>(c)) * 16777619u; }
+  // A power of two well above the number of names, so that probes stay short.
+  static constexpr size_t kMask = 127;
+  static_assert(sizeof(kStdAttrNames) / sizeof(kStdAttrNames[0]) < (kMask + 1) / 2);
+  const StdAttrName* slots_[kMask + 1] = {};
+};
+
+StdAttr LookupStdAttr(const SStringW& name) {
+  static const StdAttrTable table;
+  return table.Find(name);
 }
 
 bool IsStyleAttr(StdAttr a) { return a >= StdAttr::ColorText && a <= StdAttr::Cursor; }
@@ -205,8 +245,10 @@ const SwndStyle& SwndStyle::Default() {
 }
 
 const SwndStyle& SwndStyle::LeftAligned(const wchar_t* cursor) {
-  static std::map<std::wstring, SwndStyle> styles;
-  auto it = styles.find(cursor);
+  // Every label asks on construction: the lookup must not build a string.
+  static std::map<std::wstring, SwndStyle, std::less<>> styles;
+  if (!cursor) cursor = L"arrow";
+  auto it = styles.find(std::wstring_view(cursor));
   if (it == styles.end()) {
     it = styles.emplace(cursor, SwndStyle()).first;
     it->second.align = Left;
@@ -437,9 +479,9 @@ namespace {
 // Every field that tells two styles apart: the sources of colours and fonts
 // as text, the numbers as raw values (a key is made for every styled window,
 // so no formatting).
-std::wstring StyleKey(const SwndStyle& s) {
-  std::wstring key;
-  key.reserve(64);
+// Written into key, so that a probe can reuse its buffer.
+void StyleKey(const SwndStyle& s, std::wstring& key) {
+  key.clear();
   auto num = [&key](uint32_t v) { key.push_back(static_cast<wchar_t>(v)); };
   auto color = [&](const ThemedColor& c) {
     if (c.IsSet() && c.Source().IsEmpty()) num(c.Get());  // a value set in code
@@ -468,7 +510,6 @@ std::wstring StyleKey(const SwndStyle& s) {
   num(s.textMode);
   num(s.alpha);
   key.append(s.cursor.c_str(), static_cast<size_t>(s.cursor.GetLength()));
-  return key;
 }
 
 // Styles in use, by key. Never destroyed, so that a window outliving static
@@ -480,11 +521,14 @@ std::unordered_map<std::wstring, std::weak_ptr<const SwndStyle>>& StylePool() {
 
 std::shared_ptr<const SwndStyle> InternStyle(SwndStyle&& style) {
   auto& pool = StylePool();
-  std::wstring key = StyleKey(style);
-  auto it = pool.find(key);
+  // Most windows share a style already in use: the probe allocates nothing.
+  static std::wstring probe;
+  StyleKey(style, probe);
+  auto it = pool.find(probe);
   if (it != pool.end()) {
     if (auto alive = it->second.lock()) return alive;
   }
+  std::wstring key = probe;
   // The last owner takes the entry out again (unless a newer one replaced it).
   auto* owned = new SwndStyle(std::move(style));
   std::shared_ptr<const SwndStyle> shared(owned, [key](const SwndStyle* s) {
@@ -560,7 +604,7 @@ void SWindow::SetWindowText(const SStringW& text_in) {
   const DesiredCache before = desired_cache_;
   const bool measured = before.epoch == internal::g_measure_epoch && before.scale == GetScale();
   InvalidateMeasure();
-  text_ = shown;
+  text_ = std::move(shown);
   // The raw form is kept only when it differs (a reference was resolved).
   if (has_raw) {
     GetRare().text_raw = text;

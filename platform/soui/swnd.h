@@ -395,6 +395,9 @@ class SWindow : public SObject {
   // Re-resolves scaled resources after a zoom change, then relays out.
   virtual void OnScaleChanged(int scale);
   BOOL IsCreated() const { return created_; }
+  // True while InitFromXml is building this window, before OnCreate: what an
+  // attribute derives can wait for OnCreate, which sees them all.
+  bool IsLoadingXml() const { return batching_style_ && !created_; }
 
   // ---- events ---------------------------------------------------------------------
   EventSet* GetEventSet() { return &events_; }

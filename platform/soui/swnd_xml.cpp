@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <cstring>
+#include <deque>
 #include <strings.h>
 #include <string>
 #include <vector>
@@ -18,16 +20,80 @@ namespace SOUI {
 
 namespace {
 
-// The value of an attribute (or inner text), at most max_chars characters;
-// the cut is made on a character boundary without widening the rest.
-SStringW CappedXmlText(const char* utf8, int max_chars, bool* cut) {
-  size_t i = 0;
+// The value of an attribute (or inner text), at most max_chars characters,
+// into *out; the cut is made on a character boundary.
+void CappedXmlText(const char* utf8, int max_chars, bool* cut, SStringW* out) {
+  // No more bytes than the limit: no more characters either.
+  size_t i = std::strlen(utf8);
+  if (i <= static_cast<size_t>(max_chars)) {
+    *cut = false;
+    out->AssignUtf8(utf8, i);
+    return;
+  }
+  i = 0;
   int chars = 0;
   for (; utf8[i]; ++i) {
     if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80 && chars++ == max_chars) break;
   }
   *cut = utf8[i] != 0;
-  return *cut ? SStringW::FromUtf8(std::string(utf8, i)) : SStringW::FromUtf8(utf8);
+  out->AssignUtf8(utf8, i);
+}
+
+// The string each nesting level of ApplyXmlAttributes reads values into, so
+// that most values cost no allocation; a handler that builds windows from
+// XML in turn gets a level of its own.
+class ValueBuffer {
+ public:
+  ValueBuffer() : level_(Depth()++) {
+    if (Levels().size() <= static_cast<size_t>(level_)) Levels().emplace_back();
+  }
+  ~ValueBuffer() {
+    --Depth();
+    // A huge value does not keep its memory.
+    if (get().str().capacity() > 1024) get() = SStringW();
+  }
+  ValueBuffer(const ValueBuffer&) = delete;
+  ValueBuffer& operator=(const ValueBuffer&) = delete;
+  SStringW& get() { return Levels()[static_cast<size_t>(level_)]; }
+
+ private:
+  static int& Depth() {
+    static int depth = 0;
+    return depth;
+  }
+  static std::deque<SStringW>& Levels() {
+    static std::deque<SStringW> levels;  // a deque: growing keeps the outer levels in place
+    return levels;
+  }
+  const int level_;
+};
+
+// Attribute names and tags repeat throughout a layout: each spelling is
+// widened once and kept, found again by a hash taken while its length is
+// measured. A hostile document cannot grow the table past its cap; later
+// spellings are widened into *spare instead.
+const SStringW& WideName(const char* utf8, SStringW* spare) {
+  constexpr size_t kMaxNames = 512, kMaxNameBytes = 32, kSlots = 1024;  // slots: a power of two
+  struct Entry {
+    std::string utf8;
+    SStringW wide;
+  };
+  static std::vector<Entry> entries;            // never reallocated: references stay valid
+  static std::vector<uint16_t> slots(kSlots);  // index + 1 into entries, 0 when free
+  uint32_t h = 2166136261u;  // FNV-1a
+  size_t len = 0;
+  for (; utf8[len]; ++len) h = (h ^ static_cast<unsigned char>(utf8[len])) * 16777619u;
+  if (len > kMaxNameBytes) return *spare = SStringW::FromUtf8(utf8);
+  size_t i = h & (kSlots - 1);
+  for (; slots[i]; i = (i + 1) & (kSlots - 1)) {
+    const Entry& e = entries[slots[i] - 1u];
+    if (e.utf8.size() == len && std::memcmp(e.utf8.data(), utf8, len) == 0) return e.wide;
+  }
+  if (entries.size() >= kMaxNames) return *spare = SStringW::FromUtf8(utf8);
+  if (entries.empty()) entries.reserve(kMaxNames);
+  entries.push_back(Entry{std::string(utf8, len), SStringW::FromUtf8(utf8)});
+  slots[i] = static_cast<uint16_t>(entries.size());
+  return entries.back().wide;
 }
 
 // What the XML build in progress has open: how deeply includes nest and
@@ -68,13 +134,17 @@ SStringW IncludeKey(const SStringW& src) {
 
 BOOL SWindow::InitFromXml(pugi::xml_node node) {
   // Kept lean: it recurses through CreateChildren once per nesting level.
-  if (node) {
-    ApplyXmlAttributes(node);
-    building_children_ = true;
-    CreateChildren(node);
-    building_children_ = false;
+  {
+    // One style copy for the attributes and what OnCreate derives from them.
+    StyleBatch batch(this);
+    if (node) {
+      ApplyXmlAttributes(node);
+      building_children_ = true;
+      CreateChildren(node);
+      building_children_ = false;
+    }
+    NotifyCreate();
   }
-  NotifyCreate();
   OnInitFinished(node);
   RequestRelayout();
   return TRUE;
@@ -85,26 +155,39 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   layout_param_.Clear();
   // Style attributes edit one private copy, shared once at the end.
   StyleBatch batch(this);
-  // A class is applied before the element's own attributes.
-  auto is_class = [](pugi::xml_attribute a) { return strcasecmp(a.name(), "class") == 0; };
+  // A class is applied before the element's own attributes. The first pass
+  // also sizes the stored text once.
+  auto is_class = [](const char* n) { return (n[0] | 0x20) == 'c' && strcasecmp(n, "class") == 0; };
+  size_t bytes = 0;
+  bool has_class = false;
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-    if (is_class(a)) SetAttribute(L"class", XmlValue(a), TRUE);
+    const char* n = a.name();
+    has_class = has_class || is_class(n);
+    bytes += std::strlen(n) + std::min(std::strlen(a.value()), static_cast<size_t>(kMaxAttrValueLength)) + 2;
   }
+  ReserveAttributeText(bytes);
+  for (pugi::xml_attribute a = node.first_attribute(); has_class && a; a = a.next_attribute()) {
+    if (is_class(a.name())) SetAttribute(L"class", XmlValue(a), TRUE);
+  }
+  ValueBuffer buffer;
+  SStringW& value = buffer.get();
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-    if (is_class(a)) continue;
+    if (has_class && is_class(a.name())) continue;
     bool cut = false;
-    const SStringW value = CappedXmlText(a.value(), kMaxAttrValueLength, &cut);
+    CappedXmlText(a.value(), kMaxAttrValueLength, &cut, &value);
     if (cut) {
       SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
                              << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
-    const SStringW name = XmlName(a);
+    SStringW spare;
+    const SStringW& name = WideName(a.name(), &spare);
     const HRESULT hr = SetXmlAttribute(name, value, a);
     if (FAILED(hr)) ReportRejectedAttribute(node, name, value, hr);
   }
   // Non-blank inner text overrides the text attribute.
   bool cut = false;
-  SStringW inner = CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut);
+  SStringW inner;
+  CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut, &inner);
   if (cut) {
     SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
                            << kMaxWindowTextLength << L" characters; cut";
@@ -182,7 +265,8 @@ void SWindow::ReportTooDeep(pugi::xml_node child) {
 
 SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
   SApplication* app = SApplication::getSingletonPtr();
-  const SStringW tag = XmlName(child);
+  SStringW spare;
+  const SStringW& tag = WideName(child.name(), &spare);
   // "button.ok" creates a button styled with class "button.ok".
   const int dot = tag.Find(L'.');
   SWindow* wnd = dot > 0 ? app->CreateWindowByName(tag.Left(dot)) : app->CreateWindowByName(tag);

@@ -1,6 +1,8 @@
 // The window tree: creation from XML, attribute delivery, lookup, events.
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "qvhost/qvlog.h"
 #include "soui/stdctrls.h"
 #include "testing/ui_test_base.h"
@@ -254,6 +256,88 @@ TEST_F(SWindowTest, DestroyingAWindowDropsCaptureTimersAndChildren) {
   Advance(100);  // the destroyed ticker's timer is gone
   EXPECT_EQ(ticks, 2);
   gen().ReleaseLeftButton();
+}
+
+// Every name a plain window handles is found in any case; one letter more is
+// unknown.
+TEST_F(SWindowTest, EveryWindowAttributeNameIsFoundInAnyCase) {
+  CreateHostWithChildren(L"<window name='w'/>");
+  SWindow* w = Find(L"w");
+  ASSERT_NE(w, nullptr);
+  const wchar_t* const kNames[] = {
+      L"name", L"id", L"text", L"tip", L"skin", L"focusSkin", L"visible", L"show", L"display", L"enable",
+      L"msgTransparent", L"focusable", L"float", L"clipClient", L"maxWidth", L"drawFocusRect", L"data",
+      L"trCtx", L"class", L"colorText", L"colorTextHover", L"colorTextPush", L"colorTextDisable", L"font",
+      L"fontHover", L"fontPush", L"fontDisable", L"colorBkgnd", L"colorBorder", L"align", L"valign",
+      L"dotted", L"textMode", L"padding", L"inset", L"padding_left", L"padding_top", L"padding_right",
+      L"padding_bottom", L"margin", L"margin-x", L"margin-y", L"alpha", L"cursor", L"pos", L"offset",
+      L"size", L"width", L"height"};
+  for (const wchar_t* n : kNames) {
+    SStringW upper(n);
+    upper.MakeUpper();
+    EXPECT_NE(w->SetAttribute(n, L"1", FALSE), E_NOTIMPL) << SStringW(n).ToUtf8();
+    EXPECT_NE(w->SetAttribute(upper, L"1", FALSE), E_NOTIMPL) << upper.ToUtf8();
+    EXPECT_EQ(w->SetAttribute(SStringW(n) + L"q", L"1", FALSE), E_NOTIMPL) << SStringW(n).ToUtf8();
+  }
+}
+
+// A page that spells more attribute names than the loader keeps widened
+// still has every later attribute applied and remembered.
+TEST_F(SWindowTest, AttributesApplyAfterAPageOfManySpellings) {
+  std::wstring xml = L"<window name='junk'";
+  for (int i = 0; i < 600; ++i) xml += L" junk" + std::to_wstring(i) + L"='1'";
+  xml += L"/><window name='late' ALPHA='12' tExT='late text'/>";
+  CreateHostWithChildren(xml.c_str());
+  SWindow* late = Find(L"late");
+  ASSERT_NE(late, nullptr);
+  EXPECT_EQ(late->GetAlpha(), 12);
+  EXPECT_EQ(late->GetWindowText(), L"late text");
+  EXPECT_EQ(late->GetAttribute(L"alpha"), L"12");
+}
+
+// Builds children from XML while one of its own attributes is applied.
+class BuildingWnd : public SWindow {
+  SOUI_CLASS_NAME(BuildingWnd, SWindow, L"building")
+ public:
+  HRESULT SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) override {
+    if (name.CompareNoCase(L"inner") != 0) return SWindow::SetAttribute(name, value, loading);
+    CreateChildren(L"<window name='made' text='a value longer than the outer one' alpha='3'/>");
+    seen_after = value;
+    return AfterAttribute(name, value, loading, S_FALSE);
+  }
+  SStringW seen_after;
+};
+
+// An attribute handler that loads windows of its own keeps its value, and
+// both levels remember what they were given.
+TEST_F(SWindowTest, AHandlerBuildingWindowsFromXmlKeepsItsValue) {
+  app_->GetFactory().RegisterWindowClass<BuildingWnd>();
+  CreateHostWithChildren(L"<building name='b' inner='outer' text='after'/>");
+  auto* b = Find<BuildingWnd>(L"b");
+  ASSERT_NE(b, nullptr);
+  EXPECT_EQ(b->seen_after, L"outer");
+  EXPECT_EQ(b->GetAttribute(L"inner"), L"outer");
+  EXPECT_EQ(b->GetWindowText(), L"after");
+  SWindow* made = Find(L"made");
+  ASSERT_NE(made, nullptr);
+  EXPECT_EQ(made->GetWindowText(), L"a value longer than the outer one");
+  EXPECT_EQ(made->GetAttribute(L"alpha"), L"3");
+}
+
+// A colour reference resolves to its table entry as it is now, even right
+// after the same reference resolved to the old entry.
+TEST_F(SWindowTest, AColourReferenceFollowsItsTableEntry) {
+  SResProvider& res = app_->GetResProvider();
+  res.SetColor(L"test\\ink", RGBA(1, 2, 3, 255));
+  CreateHostWithChildren(L"<window name='a' colorText='@color/test/ink'/><window name='b'/>");
+  SWindow* a = Find(L"a");
+  SWindow* b = Find(L"b");
+  ASSERT_TRUE(a && b);
+  EXPECT_EQ(a->GetStyle().GetTextColor(0), RGBA(1, 2, 3, 255));
+  res.SetColor(L"test\\ink", RGBA(4, 5, 6, 255));
+  EXPECT_EQ(b->SetAttribute(L"colorText", L"@color\\test\\ink", FALSE), S_OK);
+  EXPECT_EQ(b->GetStyle().GetTextColor(0), RGBA(4, 5, 6, 255));
+  EXPECT_EQ(a->GetStyle().GetTextColor(0), RGBA(4, 5, 6, 255));
 }
 
 }  // namespace
