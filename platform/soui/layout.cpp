@@ -613,7 +613,8 @@ class Resolver {
 // ---- SouiLayout ----------------------------------------------------------------------
 
 void SouiLayout::LayoutChildren(SWindow* parent) {
-  if (!parent) return;
+  // Most windows of a large view are leaves: nothing to place.
+  if (!parent || !parent->GetWindow(GSW_FIRSTCHILD)) return;
   const CRect area = parent->GetChildrenLayoutRect();
   Resolver resolver(parent, std::max(0, area.Width()), std::max(0, area.Height()));
   resolver.Run();
@@ -630,7 +631,7 @@ void SouiLayout::LayoutChildren(SWindow* parent) {
 
 CSize SouiLayout::MeasureChildren(SWindow* parent, int width, int height) {
   CSize extent;
-  if (!parent) return extent;
+  if (!parent || !parent->GetWindow(GSW_FIRSTCHILD)) return extent;
   Resolver resolver(parent, width < 0 ? -1 : width, height < 0 ? -1 : height);
   resolver.Run();
   for (const Resolver::Slot& s : resolver.slots()) {
