@@ -543,10 +543,11 @@ class SWindow : public SObject {
  protected:
   // Seldom read after creation.
   std::shared_ptr<const SwndStyle> interned_style_;
-  // While a window applies its XML attributes, style edits go to one private
-  // copy (made in place, so a change that fails must change nothing),
-  // shared when the batch ends: one copy per window rather than one per
-  // attribute.
+  // While a window applies its XML attributes, change functions edit one
+  // private copy (made in place, so a change that fails must change
+  // nothing), shared when the batch ends: one copy per window rather than
+  // one per attribute. Single attribute edits look for the result of the
+  // same edit first (EditStdStyle) and copy only when it is new.
   std::unique_ptr<SwndStyle> batch_style_;
   bool batching_style_ = false;
   class StyleBatch {
