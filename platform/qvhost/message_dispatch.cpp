@@ -15,9 +15,9 @@ MessageDispatch::~MessageDispatch() {
 }
 
 void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
-  auto [slot, fresh] = by_owner_.try_emplace(owner);
-  OwnerEntries& entries = slot->second;
-  if (!fresh) {
+  auto slot = by_owner_.find(owner);
+  if (slot != by_owner_.end()) {
+    OwnerEntries& entries = slot->second;
     if (entries.first.msg == msg) {
       (*entries.first.at)->fn = std::move(handler);
       return;
@@ -32,8 +32,9 @@ void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
   BindingList& list = by_msg_[msg];
   list.push_back(std::make_shared<Binding>(Binding{msg, owner, std::move(handler), true}));
   const OwnerEntry entry{msg, std::prev(list.end())};
-  if (fresh) entries.first = entry;
-  else entries.more.push_back(entry);
+  // An owner's entry exists only once its first binding does.
+  if (slot != by_owner_.end()) slot->second.more.push_back(entry);
+  else by_owner_.emplace(owner, OwnerEntries{entry, {}});
   ++binding_count_;
 }
 
