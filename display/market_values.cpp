@@ -91,7 +91,7 @@ HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
     return S_OK;
   }
   static const SStringW kFont(L"font");
-  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(kFont, it->second); });
+  EditStyle(kFont, it->second);
   if (!loading) RequestRelayout();
   return S_OK;
 }
@@ -141,7 +141,7 @@ bool CQVRedGreenStatic::ResetColorText() {
       kStable(kQVColorStable);
   const SStringW& wide = ref == kQVColorRise ? kRise : ref == kQVColorFall ? kFall : kStable;
   if (GetStyle().colorText[0].Source() == wide) return false;  // most updates keep the direction
-  EditStyle([&](SOUI::SwndStyle& s) { return s.SetAttribute(kColorText, wide); });
+  EditStyle(kColorText, wide);
   return true;
 }
 

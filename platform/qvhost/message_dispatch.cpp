@@ -15,16 +15,26 @@ MessageDispatch::~MessageDispatch() {
 }
 
 void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
-  std::vector<OwnerEntry>& entries = by_owner_[owner];
-  for (const OwnerEntry& e : entries) {
-    if (e.msg == msg) {
-      (*e.at)->fn = std::move(handler);
+  auto slot = by_owner_.find(owner);
+  if (slot != by_owner_.end()) {
+    OwnerEntries& entries = slot->second;
+    if (entries.first.msg == msg) {
+      (*entries.first.at)->fn = std::move(handler);
       return;
+    }
+    for (const OwnerEntry& e : entries.more) {
+      if (e.msg == msg) {
+        (*e.at)->fn = std::move(handler);
+        return;
+      }
     }
   }
   BindingList& list = by_msg_[msg];
   list.push_back(std::make_shared<Binding>(Binding{msg, owner, std::move(handler), true}));
-  entries.push_back(OwnerEntry{msg, std::prev(list.end())});
+  const OwnerEntry entry{msg, std::prev(list.end())};
+  // An owner's entry exists only once its first binding does.
+  if (slot != by_owner_.end()) slot->second.more.push_back(entry);
+  else by_owner_.emplace(owner, OwnerEntries{entry, {}});
   ++binding_count_;
 }
 
@@ -39,21 +49,32 @@ void MessageDispatch::Unlink(const OwnerEntry& entry) {
 void MessageDispatch::UnBind(void* owner) {
   auto it = by_owner_.find(owner);
   if (it == by_owner_.end()) return;
-  for (const OwnerEntry& e : it->second) Unlink(e);
+  Unlink(it->second.first);
+  for (const OwnerEntry& e : it->second.more) Unlink(e);
   by_owner_.erase(it);
 }
 
 void MessageDispatch::UnBind(unsigned msg, void* owner) {
   auto it = by_owner_.find(owner);
   if (it == by_owner_.end()) return;
-  std::vector<OwnerEntry>& entries = it->second;
-  for (auto e = entries.begin(); e != entries.end(); ++e) {
+  OwnerEntries& entries = it->second;
+  if (entries.first.msg == msg) {
+    Unlink(entries.first);
+    if (entries.more.empty()) {
+      by_owner_.erase(it);
+      return;
+    }
+    // The order of an owner's entries does not matter: the lists keep the order of binding.
+    entries.first = entries.more.back();
+    entries.more.pop_back();
+    return;
+  }
+  for (auto e = entries.more.begin(); e != entries.more.end(); ++e) {
     if (e->msg != msg) continue;
     Unlink(*e);
-    entries.erase(e);
-    break;
+    entries.more.erase(e);
+    return;
   }
-  if (entries.empty()) by_owner_.erase(it);
 }
 
 void MessageDispatch::Send(unsigned msg, unsigned param, msg_body_ptr body) {

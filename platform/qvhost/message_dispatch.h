@@ -92,6 +92,11 @@ class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
     unsigned msg;
     BindingList::iterator at;
   };
+  // Most owners bind one message: it is kept inline, the others in `more`.
+  struct OwnerEntries {
+    OwnerEntry first;
+    std::vector<OwnerEntry> more;
+  };
   TaskId Schedule(uint32_t ms, Task fn, bool repeat);
   void Unlink(const OwnerEntry& entry);
 
@@ -100,7 +105,7 @@ class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
   // bindings are (an owner binds a handful of messages), so that binding and
   // unbinding cost the same with ten or ten thousand owners.
   std::unordered_map<unsigned, BindingList> by_msg_;
-  std::unordered_map<void*, std::vector<OwnerEntry>> by_owner_;
+  std::unordered_map<void*, OwnerEntries> by_owner_;
   size_t binding_count_ = 0;
   TaskId next_task_ = 1;
   std::map<TaskId, SOUI::SClock::TimerId> tasks_;

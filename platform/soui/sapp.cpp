@@ -9,6 +9,7 @@
 #include "soui/hostwnd.h"
 #include "soui/skins.h"
 #include "soui/stdctrls.h"
+#include "soui/swnd_internal.h"
 
 namespace SOUI {
 namespace {

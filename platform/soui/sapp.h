@@ -46,6 +46,10 @@ class IClipboard {
   virtual void SetText(const SStringW& text) = 0;
 };
 
+namespace internal {
+struct StyleEdits;
+}
+
 class SApplication {
  public:
   struct Options {
@@ -196,6 +200,7 @@ class SApplication {
   bool FirstTimeAt(const std::wstring& place);
 
  private:
+  friend class SWindow;
   TextStyleResolver text_style_resolver_;
   std::set<std::wstring> logged_places_;
   Options options_;
@@ -225,6 +230,8 @@ class SApplication {
   std::vector<std::unique_ptr<SHostWnd>> doomed_;
   int dispatch_depth_ = 0;
   bool deleting_ = false;
+  // Made by the first style edit (SWindow::EditStyle).
+  std::unique_ptr<internal::StyleEdits> style_edits_;
 };
 
 // Win32 GetKeyState: the high bit (negative result) while vk is down, from

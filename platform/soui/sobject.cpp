@@ -1,6 +1,7 @@
 #include "soui/sobject.h"
 
 #include <cstring>
+#include <cwchar>
 #include <strings.h>
 
 namespace SOUI {
@@ -140,7 +141,9 @@ void SObjectFactory::Register(const wchar_t* tag, Creator creator) {
 }
 
 void SObjectFactory::Unregister(const wchar_t* tag) {
-  if (tag) creators_.erase(std::wstring(tag));
+  if (!tag) return;
+  recent_.Clear();
+  creators_.erase(std::wstring(tag));
 }
 
 bool SObjectFactory::IsRegistered(const wchar_t* tag) const {
@@ -149,8 +152,14 @@ bool SObjectFactory::IsRegistered(const wchar_t* tag) const {
 
 SWindow* SObjectFactory::CreateWindowByName(const wchar_t* tag) const {
   if (!tag) return nullptr;
+  for (const Entry* e : recent_.entries) {
+    if (e && std::wcscmp(e->first.c_str(), tag) == 0) return e->second();
+  }
   auto it = creators_.find(std::wstring_view(tag));
-  return it == creators_.end() ? nullptr : it->second();
+  if (it == creators_.end()) return nullptr;
+  recent_.entries[recent_.next] = &*it;
+  recent_.next = (recent_.next + 1) % Recent::kSize;
+  return it->second();
 }
 
 std::vector<SStringW> SObjectFactory::GetClassNames() const {

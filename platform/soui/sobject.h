@@ -95,7 +95,26 @@ class SObjectFactory {
   std::vector<SStringW> GetClassNames() const;
 
  private:
+  using Entry = std::map<std::wstring, Creator, std::less<>>::value_type;
   std::map<std::wstring, Creator, std::less<>> creators_;  // find() takes a view
+  // The last few tags created: a layout repeats a handful of tags, so most
+  // windows are made without searching the map. Never copied (it points
+  // into this factory's map); emptied by Unregister.
+  struct Recent {
+    Recent() = default;
+    Recent(const Recent&) {}
+    Recent& operator=(const Recent&) {
+      Clear();
+      return *this;
+    }
+    void Clear() {
+      for (const Entry*& e : entries) e = nullptr;
+    }
+    static constexpr unsigned kSize = 4;
+    const Entry* entries[kSize] = {};
+    unsigned next = 0;
+  };
+  mutable Recent recent_;
 };
 
 // Case-insensitive child and attribute lookup, as the toolkit's pugixml does.

@@ -568,6 +568,46 @@ bool SWindow::EditStyle(const std::function<bool(SwndStyle&)>& change) {
   return true;
 }
 
+bool SWindow::EditStyle(const SStringW& name, const SStringW& value) {
+  const StdAttr attr = LookupStdAttr(name);
+  return IsStyleAttr(attr) && EditStdStyle(attr, value);
+}
+
+bool SWindow::EditStdStyle(StdAttr attr, const SStringW& value) {
+  SApplication* app = SApplication::getSingletonPtr();
+  // A copy already being edited takes the change.
+  if (batch_style_ || !app) return EditStyle([&](SwndStyle& s) { return s.SetStdAttribute(attr, value); });
+  if (!app->style_edits_) app->style_edits_ = std::make_unique<internal::StyleEdits>();
+  internal::StyleEdits& memo = *app->style_edits_;
+  const unsigned generation = app->GetResProvider().Generation();
+  if (memo.generation != generation) {
+    memo = internal::StyleEdits();
+    memo.generation = generation;
+  }
+  constexpr size_t kSize = internal::StyleEdits::kSize;
+  for (size_t i = 1; i <= kSize; ++i) {  // the newest first
+    const internal::StyleEdits::Entry& e = memo.entries[(memo.next + kSize - i) % kSize];
+    if (e.from == style_ && e.to && e.attr == attr && e.value == value) {
+      ++g_inherit_epoch;  // as SetStdAttribute
+      interned_style_ = e.to;
+      style_ = interned_style_.get();
+      return true;
+    }
+  }
+  SwndStyle copy = *style_;
+  if (!copy.SetStdAttribute(attr, value)) return false;  // not remembered: a reference may resolve later
+  internal::StyleEdits::Entry& e = memo.entries[memo.next];
+  memo.next = (memo.next + 1) % kSize;
+  e.from_owner = interned_style_.get() == style_ ? interned_style_ : nullptr;
+  e.from = style_;
+  e.attr = attr;
+  e.value = value;
+  interned_style_ = InternStyle(std::move(copy));
+  style_ = interned_style_.get();
+  e.to = interned_style_;
+  return true;
+}
+
 // ---- identity and text ---------------------------------------------------------------
 
 SWindow::Rare& SWindow::GetRare() {
@@ -643,7 +683,7 @@ int ParseId(const SStringW& value) {
 HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {
   const StdAttr attr = LookupStdAttr(name);
   if (IsStyleAttr(attr)) {
-    if (!EditStyle([&](SwndStyle& s) { return s.SetStdAttribute(attr, value); })) return E_FAIL;
+    if (!EditStdStyle(attr, value)) return E_FAIL;
     const bool font = attr >= StdAttr::Font && attr <= StdAttr::FontDisable;
     // Descendants without a font of their own measure with this one.
     if (font) ForEachDescendant(this, [](SWindow* w) { w->desired_cache_.epoch = 0; });

@@ -207,6 +207,11 @@ class SWindow : public SObject {
   // window takes the copy (shared with every window whose style is the
   // same); false leaves the style as it was.
   bool EditStyle(const std::function<bool(SwndStyle&)>& change);
+  // Sets one style attribute (colorText, font, padding, ...) the same way;
+  // false, changing nothing, for another name or a value that does not parse.
+  // Cheaper than a change function: a window repeating an edit another just
+  // made takes the result without a copy.
+  bool EditStyle(const SStringW& name, const SStringW& value);
   ISkinObj* GetBkgndSkin() const { return skin_.Get(GetScale()); }
 
   // ---- attributes -------------------------------------------------------------
@@ -538,10 +543,11 @@ class SWindow : public SObject {
  protected:
   // Seldom read after creation.
   std::shared_ptr<const SwndStyle> interned_style_;
-  // While a window applies its XML attributes, style edits go to one private
-  // copy (made in place, so a change that fails must change nothing),
-  // shared when the batch ends: one copy per window rather than one per
-  // attribute.
+  // While a window applies its XML attributes, change functions edit one
+  // private copy (made in place, so a change that fails must change
+  // nothing), shared when the batch ends: one copy per window rather than
+  // one per attribute. Single attribute edits look for the result of the
+  // same edit first (EditStdStyle) and copy only when it is new.
   std::unique_ptr<SwndStyle> batch_style_;
   bool batching_style_ = false;
   class StyleBatch {
@@ -555,12 +561,15 @@ class SWindow : public SObject {
     SWindow* w_;
     bool outer_;
   };
+  // shared must outlive every window (a static): edits are remembered by
+  // the address of the style they start from.
   void UseClassStyle(const SwndStyle& shared) { style_ = &shared; }
   ThemedSkin skin_;
   Rare& GetRare();
 
  private:
   friend class SHostWnd;
+  bool EditStdStyle(StdAttr attr, const SStringW& value);
   void DispatchDestroy();
   void NotifyCreate();
   // Takes the focus away when it is on this window or inside it.

@@ -1,6 +1,8 @@
 // Internal to the SWindow implementation files (swnd*.cpp); not API.
 #pragma once
 
+#include <memory>
+
 #include "soui/swnd.h"
 
 namespace SOUI {
@@ -30,6 +32,26 @@ void ForEachDescendant(SWindow* root, Fn fn) {
     w = w == root ? nullptr : w->GetWindow(GSW_NEXTSIBLING);
   }
 }
+
+// Style edits made lately: (style, attribute, value) -> the shared result.
+// The windows of a layout repeat a few attribute values on a few class
+// styles, so all but the first find their style here rather than copying one
+// and looking the copy up (SWindow::EditStyle). One per application, as
+// references resolve against its resources; emptied when those change, so
+// a reference that stops resolving is refused again.
+struct StyleEdits {
+  struct Entry {
+    std::shared_ptr<const SwndStyle> from_owner;  // keeps `from` at its address; null for class styles
+    const SwndStyle* from = nullptr;
+    StdAttr attr{};
+    SStringW value;
+    std::shared_ptr<const SwndStyle> to;
+  };
+  static constexpr size_t kSize = 16;
+  Entry entries[kSize];
+  size_t next = 0;  // the oldest, replaced next
+  unsigned generation = 0;
+};
 
 }  // namespace internal
 }  // namespace SOUI

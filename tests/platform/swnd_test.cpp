@@ -95,6 +95,45 @@ TEST_F(SWindowTest, EqualStylesAreSharedAndChangesStayWithTheirWindow) {
   EXPECT_EQ(&a->GetStyle(), before);
 }
 
+// A window repeating the style edits of another takes the style copying
+// would have made; the shared colour follows the theme, and an edit whose
+// reference stopped resolving is refused again.
+TEST_F(SWindowTest, RepeatedStyleEditsGiveTheStyleCopyingMakes) {
+  SResProvider& res = app_->GetResProvider();
+  res.SetColor(L"test\\ink", RGBA(1, 2, 3, 255));
+  CreateHostWithChildren(
+      L"<window name='a' colorText='@color\\test\\ink' padding='1,2,3,4'/>"
+      L"<window name='b' colorText='@color\\test\\ink' padding='1,2,3,4'/>"
+      L"<window name='c'/><window name='d'/><window name='e'/>");
+  SWindow *a = Find(L"a"), *b = Find(L"b"), *c = Find(L"c"), *d = Find(L"d"), *e = Find(L"e");
+  EXPECT_EQ(&a->GetStyle(), &b->GetStyle());
+  // Both edits in one change function, as a copy: the same style.
+  EXPECT_TRUE(c->EditStyle([](SwndStyle& s) {
+    return s.SetAttribute(L"padding", L"1,2,3,4") && s.SetAttribute(L"colorText", L"@color\\test\\ink");
+  }));
+  EXPECT_EQ(&c->GetStyle(), &a->GetStyle());
+
+  // A theme change reaches every window sharing the style, and a window
+  // repeating the edits afterwards shares it too.
+  res.SetColor(L"test\\ink", RGBA(4, 5, 6, 255));
+  EXPECT_EQ(d->SetAttribute(L"colorText", L"@color\\test\\ink", FALSE), S_OK);
+  EXPECT_EQ(d->SetAttribute(L"padding", L"1,2,3,4", FALSE), S_OK);
+  EXPECT_EQ(&d->GetStyle(), &a->GetStyle());
+  EXPECT_EQ(b->GetStyle().GetTextColor(0), RGBA(4, 5, 6, 255));
+
+  // Once the colour is gone the same edit fails and changes nothing...
+  res.Clear();
+  const SwndStyle* before = &e->GetStyle();
+  EXPECT_EQ(e->SetAttribute(L"colorText", L"@color\\test\\ink", FALSE), E_FAIL);
+  EXPECT_FALSE(e->EditStyle(L"colorText", L"@color\\test\\ink"));
+  EXPECT_EQ(&e->GetStyle(), before);
+  // ...until it is back.
+  res.SetColor(L"test\\ink", RGBA(7, 8, 9, 255));
+  EXPECT_TRUE(e->EditStyle(L"colorText", L"@color\\test\\ink"));
+  EXPECT_EQ(e->GetStyle().GetTextColor(0), RGBA(7, 8, 9, 255));
+  EXPECT_FALSE(e->EditStyle(L"no_such_attr", L"1"));
+}
+
 TEST_F(SWindowTest, ClassAppliesBeforeTheElementsOwnAttributes) {
   pugi::xml_document decl;
   decl.load_string("<class name='big' alpha='10' tip='from class'/>");
