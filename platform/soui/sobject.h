@@ -99,12 +99,19 @@ class SObjectFactory {
   std::map<std::wstring, Creator, std::less<>> creators_;  // find() takes a view
   // The last few tags created: a layout repeats a handful of tags, so most
   // windows are made without searching the map. Never copied (it points
-  // into this factory's map); emptied by Unregister.
+  // into this factory's map, and a move leaves both empty); emptied by
+  // Unregister.
   struct Recent {
     Recent() = default;
     Recent(const Recent&) {}
+    Recent(Recent&& from) noexcept { from.Clear(); }
     Recent& operator=(const Recent&) {
       Clear();
+      return *this;
+    }
+    Recent& operator=(Recent&& from) noexcept {
+      Clear();
+      from.Clear();
       return *this;
     }
     void Clear() {
