@@ -6,7 +6,6 @@
 #include <climits>
 #include <cmath>
 #include <cwchar>
-#include <cwctype>
 #include <vector>
 
 #include "soui/swnd.h"
@@ -26,20 +25,13 @@ int ClampCoord(double v) {
   return static_cast<int>(v);
 }
 
-// Layouts parse many numbers: ASCII is decided here, the rest by the C library.
-bool IsBlank(wchar_t c) {
-  if (c < 0x80) return c == L' ' || (c >= L'\t' && c <= L'\r');
-  return std::iswspace(static_cast<wint_t>(c)) != 0;
-}
-
 wchar_t LowerAscii(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c; }
 
 // Strict decimal: [-]digits[.digits] filling all of [b, e), at least one
 // digit, magnitude up to kMaxValue. No exponents, no "nan"/"inf", and no
 // locale: the decimal point is always '.'.
 bool ParseDecimal(const wchar_t* b, const wchar_t* e, double* out) {
-  while (b < e && IsBlank(*b)) ++b;
-  while (e > b && IsBlank(e[-1])) --e;
+  TrimBlanks(b, e);
   bool negative = false;
   if (b < e && *b == L'-') {
     negative = true;
@@ -74,11 +66,6 @@ bool EndsWithNoCase(const wchar_t* b, const wchar_t* e, const wchar_t (&suffix)[
   return true;
 }
 
-void TrimRange(const wchar_t*& b, const wchar_t*& e) {
-  while (b < e && IsBlank(*b)) ++b;
-  while (e > b && IsBlank(e[-1])) --e;
-}
-
 // The unit a size ends with, and its length in characters.
 size_t UnitSuffix(const wchar_t* b, const wchar_t* e, LayoutUnit* unit) {
   *unit = LayoutUnit::Px;
@@ -102,7 +89,7 @@ size_t UnitSuffix(const wchar_t* b, const wchar_t* e, LayoutUnit* unit) {
 
 // Parses [b, e) as a size; works on the text in place (layouts parse many).
 bool ParseSizeRange(const wchar_t* b, const wchar_t* e, SLayoutSize* out) {
-  TrimRange(b, e);
+  TrimBlanks(b, e);
   LayoutUnit unit;
   const size_t unit_len = UnitSuffix(b, e, &unit);
   double v = 0;
@@ -187,7 +174,7 @@ bool ParseSizeValue(const SStringW& text, SLayoutSize* out) {
 
 // [prefix][-]number[unit]; "@" is only allowed where a size may stand.
 bool ParsePosItem(const wchar_t* b, const wchar_t* e, bool allow_size, PosItem* out) {
-  TrimRange(b, e);
+  TrimBlanks(b, e);
   if (b == e) return false;
   PosItem item;
   switch (*b) {

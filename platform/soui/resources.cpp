@@ -62,12 +62,7 @@ bool ParseColorLiteral(const SStringW& text, COLORREF* out) {
   // Parsed in place: themes and layouts carry thousands of colours.
   const wchar_t* b = text.c_str();
   const wchar_t* e = b + text.GetLength();
-  // The locale is asked only beyond ASCII.
-  const auto space = [](wchar_t c) {
-    return c < 0x80 ? (c == L' ' || (c >= L'\t' && c <= L'\r')) : std::iswspace(static_cast<wint_t>(c)) != 0;
-  };
-  while (b < e && space(*b)) ++b;
-  while (e > b && space(e[-1])) --e;
+  TrimBlanks(b, e);
   if (b < e && *b == L'#') {
     const long n = e - b - 1;
     if (n != 6 && n != 8) return false;

@@ -260,19 +260,29 @@ SStringW& SStringW::MakeUpper() {
 
 SStringW& SStringW::TrimLeft() {
   size_t i = 0;
-  while (i < s_.size() && std::iswspace(static_cast<wint_t>(s_[i]))) ++i;
+  while (i < s_.size() && IsBlankChar(s_[i])) ++i;
   s_.erase(0, i);
   return *this;
 }
 
 SStringW& SStringW::TrimRight() {
   size_t n = s_.size();
-  while (n > 0 && std::iswspace(static_cast<wint_t>(s_[n - 1]))) --n;
+  while (n > 0 && IsBlankChar(s_[n - 1])) --n;
   s_.resize(n);
   return *this;
 }
 
 SStringW& SStringW::Trim() { return TrimRight().TrimLeft(); }
+
+bool IsBlankChar(wchar_t c) {
+  if (c < 0x80) return c == L' ' || (c >= L'\t' && c <= L'\r');
+  return std::iswspace(static_cast<wint_t>(c)) != 0;
+}
+
+void TrimBlanks(const wchar_t*& b, const wchar_t*& e) {
+  while (b < e && IsBlankChar(*b)) ++b;
+  while (e > b && IsBlankChar(e[-1])) --e;
+}
 
 SStringW& SStringW::Trim(wchar_t ch) {
   size_t b = 0, e = s_.size();

@@ -99,6 +99,12 @@ std::vector<SStringW> SplitString(const SStringW& text, wchar_t sep);
 // Case-insensitive comparison of attribute and element names.
 bool EqualsNoCase(const wchar_t* a, const wchar_t* b);
 
+// White space as iswspace says, with ASCII decided without the locale:
+// attribute values are parsed by the thousand.
+bool IsBlankChar(wchar_t c);
+// Narrows [b, e) to leave out leading and trailing white space.
+void TrimBlanks(const wchar_t*& b, const wchar_t*& e);
+
 struct SStringNoCaseLess {
   bool operator()(const SStringW& a, const SStringW& b) const { return a.CompareNoCase(b) < 0; }
 };
