@@ -1,5 +1,7 @@
 #include "soui/stdctrls.h"
 
+#include <algorithm>
+
 #include "soui/checkctrls.h"
 #include "soui/combobox.h"
 #include "soui/qvrichtext.h"
@@ -45,7 +47,11 @@ HRESULT SStatic::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     return AfterAttribute(name, value, loading, S_OK);
   }
   if (name.CompareNoCase(L"interHeight") == 0) {
-    StrToIntExW(value, STIF_SUPPORT_HEX, &inter_height_);
+    int v = 0;
+    StrToIntExW(value, STIF_SUPPORT_HEX, &v);
+    // Kept to a few screens either way, so that summing it over every line
+    // of a text stays inside int.
+    inter_height_ = std::clamp(v, -kMaxInterHeight, kMaxInterHeight);
     RequestRelayout();
     return AfterAttribute(name, value, loading, S_OK);
   }

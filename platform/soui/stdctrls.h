@@ -22,6 +22,7 @@ class SStatic : public SWindow {
 
  private:
   BOOL multi_lines_ = FALSE;
+  static constexpr int kMaxInterHeight = 10000;
   int inter_height_ = 5;
 };
 
