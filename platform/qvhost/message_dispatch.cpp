@@ -1,5 +1,6 @@
 #include "qvhost/message_dispatch.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "soui/sapp.h"
@@ -8,30 +9,33 @@ MessageDispatch::MessageDispatch(SOUI::SClock& clock) : clock_(clock) {}
 
 MessageDispatch::~MessageDispatch() {
   for (const auto& [task, timer] : tasks_) clock_.KillTimer(timer);
-  // A Send still on the stack keeps its snapshot; make sure it calls nothing.
-  for (const auto& [msg, list] : by_msg_) {
-    for (const auto& b : list) b->bound = false;
-  }
+  // A Send still on the stack must stop touching this object.
+  if (destroyed_) *destroyed_ = true;
+}
+
+MessageDispatch::Binding* MessageDispatch::Find(BindingList& list, uint64_t seq) {
+  auto at = std::lower_bound(list.items.begin(), list.items.end(), seq,
+                             [](const Binding& b, uint64_t s) { return b.seq < s; });
+  return at != list.items.end() && at->seq == seq ? &*at : nullptr;
 }
 
 void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
+  if (!owner) return;  // no owner could ever unbind it
   auto slot = by_owner_.find(owner);
   if (slot != by_owner_.end()) {
     OwnerEntries& entries = slot->second;
-    if (entries.first.msg == msg) {
-      (*entries.first.at)->fn = std::move(handler);
+    const OwnerEntry* same = entries.first.msg == msg ? &entries.first : nullptr;
+    for (auto e = entries.more.begin(); !same && e != entries.more.end(); ++e) {
+      if (e->msg == msg) same = &*e;
+    }
+    // A Send running this very handler runs its own copy of it.
+    if (same) {
+      if (Binding* b = Find(by_msg_[msg], same->seq)) b->fn = std::move(handler);
       return;
     }
-    for (const OwnerEntry& e : entries.more) {
-      if (e.msg == msg) {
-        (*e.at)->fn = std::move(handler);
-        return;
-      }
-    }
   }
-  BindingList& list = by_msg_[msg];
-  list.push_back(std::make_shared<Binding>(Binding{msg, owner, std::move(handler), true}));
-  const OwnerEntry entry{msg, std::prev(list.end())};
+  const OwnerEntry entry{msg, next_seq_++};
+  by_msg_[msg].items.push_back(Binding{owner, entry.seq, std::move(handler)});
   // An owner's entry exists only once its first binding does.
   if (slot != by_owner_.end()) slot->second.more.push_back(entry);
   else by_owner_.emplace(owner, OwnerEntries{entry, {}});
@@ -40,18 +44,35 @@ void MessageDispatch::Bind(unsigned msg, void* owner, Handler handler) {
 
 void MessageDispatch::Unlink(const OwnerEntry& entry) {
   auto list = by_msg_.find(entry.msg);
-  (*entry.at)->bound = false;
-  list->second.erase(entry.at);
-  if (list->second.empty()) by_msg_.erase(list);
+  Binding* b = list == by_msg_.end() ? nullptr : Find(list->second, entry.seq);
+  if (!b) return;
+  b->owner = nullptr;
+  b->fn = nullptr;
+  ++list->second.holes;
   --binding_count_;
+  if (sending_) holes_pending_ = true;
+  else Compact(list);
+}
+
+void MessageDispatch::Compact(std::unordered_map<unsigned, BindingList>::iterator list) {
+  BindingList& l = list->second;
+  if (l.holes * 2 < l.items.size()) return;
+  if (l.holes == l.items.size()) {
+    by_msg_.erase(list);
+    return;
+  }
+  l.items.erase(std::remove_if(l.items.begin(), l.items.end(), [](const Binding& b) { return !b.owner; }),
+                l.items.end());
+  l.holes = 0;
 }
 
 void MessageDispatch::UnBind(void* owner) {
   auto it = by_owner_.find(owner);
   if (it == by_owner_.end()) return;
-  Unlink(it->second.first);
-  for (const OwnerEntry& e : it->second.more) Unlink(e);
+  const OwnerEntries entries = std::move(it->second);
   by_owner_.erase(it);
+  Unlink(entries.first);
+  for (const OwnerEntry& e : entries.more) Unlink(e);
 }
 
 void MessageDispatch::UnBind(unsigned msg, void* owner) {
@@ -59,35 +80,58 @@ void MessageDispatch::UnBind(unsigned msg, void* owner) {
   if (it == by_owner_.end()) return;
   OwnerEntries& entries = it->second;
   if (entries.first.msg == msg) {
-    Unlink(entries.first);
+    const OwnerEntry gone = entries.first;
+    // The order of an owner's entries does not matter: the lists keep the order of binding.
     if (entries.more.empty()) {
       by_owner_.erase(it);
-      return;
+    } else {
+      entries.first = entries.more.back();
+      entries.more.pop_back();
     }
-    // The order of an owner's entries does not matter: the lists keep the order of binding.
-    entries.first = entries.more.back();
-    entries.more.pop_back();
+    Unlink(gone);
     return;
   }
   for (auto e = entries.more.begin(); e != entries.more.end(); ++e) {
     if (e->msg != msg) continue;
-    Unlink(*e);
+    const OwnerEntry gone = *e;
     entries.more.erase(e);
+    Unlink(gone);
     return;
   }
 }
 
 void MessageDispatch::Send(unsigned msg, unsigned param, msg_body_ptr body) {
-  auto list = by_msg_.find(msg);
-  if (list == by_msg_.end()) return;
-  // The snapshot keeps each binding (and its handler) alive while it runs,
-  // even if the handler unbinds itself or destroys its owner.
-  const std::vector<std::shared_ptr<Binding>> targets(list->second.begin(), list->second.end());
-  for (const auto& b : targets) {
-    if (!b->bound) continue;
-    // Copied: a handler re-binding itself replaces b->fn while it runs.
-    Handler fn = b->fn;
+  auto found = by_msg_.find(msg);
+  if (found == by_msg_.end()) return;
+  // The list stays where it is while a Send is on the stack (nothing erases
+  // or compacts it); bindings made from here on have seq >= end and wait
+  // for the next Send.
+  BindingList& list = found->second;
+  const uint64_t end = next_seq_;
+  bool destroyed = false;
+  bool* const outer = destroyed_;
+  destroyed_ = &destroyed;
+  ++sending_;
+  for (size_t i = 0; i < list.items.size() && list.items[i].seq < end; ++i) {
+    if (!list.items[i].owner) continue;
+    // Copied: the handler may replace or drop itself, and a Bind may move
+    // the list, while it runs.
+    const Handler fn = list.items[i].fn;
     if (fn) fn(msg, param, body);
+    if (destroyed) {
+      if (outer) *outer = true;
+      return;
+    }
+  }
+  destroyed_ = outer;
+  if (--sending_ == 0 && holes_pending_) {
+    // Unbinding during the Send left holes in this list and maybe others.
+    holes_pending_ = false;
+    for (auto it = by_msg_.begin(); it != by_msg_.end();) {
+      auto next = std::next(it);
+      if (it->second.holes) Compact(it);
+      it = next;
+    }
   }
 }
 

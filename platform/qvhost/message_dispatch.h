@@ -3,7 +3,8 @@
 // the application clock, so tests move it with SClock::Advance.
 //
 //   Bind(msg, owner, fn)  one binding per (msg, owner); binding again replaces
-//                         the handler and keeps its place in the order
+//                         the handler and keeps its place in the order; a
+//                         null owner binds nothing
 //   Send(msg, ...)        synchronous, to the bindings of msg in binding order.
 //                         Handlers may Bind/UnBind during a Send: a binding
 //                         removed is not called afterwards, one added is called
@@ -16,7 +17,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <list>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -81,16 +81,22 @@ class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
   size_t PendingTasks() const { return tasks_.size(); }
 
  private:
+  // Bindings of one message, dense and in binding order (seq rises along
+  // the list). A removed binding leaves a hole (no owner) until the list is
+  // compacted, which never happens while a Send is on the stack: a Send
+  // walks the list by index, and a list only grows at its end meanwhile.
   struct Binding {
-    unsigned msg;
     void* owner;
+    uint64_t seq;
     Handler fn;
-    bool bound;
   };
-  using BindingList = std::list<std::shared_ptr<Binding>>;
+  struct BindingList {
+    std::vector<Binding> items;
+    size_t holes = 0;
+  };
   struct OwnerEntry {
     unsigned msg;
-    BindingList::iterator at;
+    uint64_t seq;
   };
   // Most owners bind one message: it is kept inline, the others in `more`.
   struct OwnerEntries {
@@ -98,14 +104,22 @@ class MessageDispatch : public IMessageDispatch, public SOUI::IAppService {
     std::vector<OwnerEntry> more;
   };
   TaskId Schedule(uint32_t ms, Task fn, bool repeat);
+  static Binding* Find(BindingList& list, uint64_t seq);
   void Unlink(const OwnerEntry& entry);
+  // Drops the holes of a list once they are half of it (or it is empty), so
+  // that removing N bindings costs O(N) moves in all.
+  void Compact(std::unordered_map<unsigned, BindingList>::iterator list);
 
   SOUI::SClock& clock_;
-  // Per message, its bindings in binding order; per owner, where its
-  // bindings are (an owner binds a handful of messages), so that binding and
-  // unbinding cost the same with ten or ten thousand owners.
+  // Per message, its bindings; per owner, which bindings are its (an owner
+  // binds a handful of messages), so that binding and unbinding cost the
+  // same with ten or ten thousand owners.
   std::unordered_map<unsigned, BindingList> by_msg_;
   std::unordered_map<void*, OwnerEntries> by_owner_;
+  uint64_t next_seq_ = 0;
+  int sending_ = 0;            // Send frames on the stack
+  bool holes_pending_ = false;  // bindings removed under a Send, not compacted yet
+  bool* destroyed_ = nullptr;   // set when the dispatch dies under a Send
   size_t binding_count_ = 0;
   TaskId next_task_ = 1;
   std::map<TaskId, SOUI::SClock::TimerId> tasks_;

@@ -148,8 +148,9 @@ bool SwndStyle::SetAttribute(const SStringW& name, const SStringW& value) {
 }
 
 bool SwndStyle::SetStdAttribute(StdAttr attr, const SStringW& value) {
-  // Fonts and colours are inherited: what descendants resolve may change.
-  ++g_inherit_epoch;
+  // Which window gives a subtree its font is kept per window (GetInherited);
+  // only a font can change that. Text colours are looked up when painting.
+  if (attr >= StdAttr::Font && attr <= StdAttr::FontDisable) ++g_inherit_epoch;
   switch (attr) {
     case StdAttr::ColorText: return colorText[0].Set(value);
     case StdAttr::ColorTextHover: return colorText[1].Set(value);
@@ -588,7 +589,7 @@ bool SWindow::EditStdStyle(StdAttr attr, const SStringW& value) {
   for (size_t i = 1; i <= kSize; ++i) {  // the newest first
     const internal::StyleEdits::Entry& e = memo.entries[(memo.next + kSize - i) % kSize];
     if (e.from == style_ && e.to && e.attr == attr && e.value == value) {
-      ++g_inherit_epoch;  // as SetStdAttribute
+      if (e.to->HasFont() != style_->HasFont()) ++g_inherit_epoch;  // a new font source
       interned_style_ = e.to;
       style_ = interned_style_.get();
       return true;

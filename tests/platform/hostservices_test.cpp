@@ -103,6 +103,61 @@ TEST_F(DispatchTest, HandlerMayReplaceItselfWhileRunning) {
   EXPECT_EQ(calls, (std::vector<std::string>{label, "second:3:0"}));
 }
 
+TEST_F(DispatchTest, ManyOwnersComingAndGoingKeepTheirOrderAndHandlers) {
+  // Owners leave in bulk (outside and during a Send) and come back; the
+  // survivors keep binding order, a rebinding replaces in place, newcomers
+  // go last.
+  std::vector<int> owners(100);
+  std::vector<int> got;
+  auto rec = [&](int i) { return [&got, i](unsigned, unsigned, msg_body_ptr) { got.push_back(i); }; };
+  for (int i = 0; i < 100; ++i) dispatch.Bind(4, &owners[i], rec(i));
+  for (int i = 0; i < 100; i += 2) dispatch.UnBind(&owners[i]);
+  dispatch.Bind(4, &owners[0], rec(1000));  // back, at the end
+  dispatch.Bind(4, &owners[1], rec(1001));  // replaced where it is
+  int trigger = 0;
+  dispatch.Bind(4, &trigger, [&](unsigned, unsigned, msg_body_ptr) {
+    for (int i = 3; i < 100; i += 4) dispatch.UnBind(4, &owners[i]);
+  });
+  dispatch.Send(4);
+  std::vector<int> want;
+  for (int i = 1; i < 100; i += 2) want.push_back(i == 1 ? 1001 : i);
+  want.push_back(1000);  // the trigger runs after it, its removals too late for this Send
+  EXPECT_EQ(got, want);
+  EXPECT_EQ(dispatch.BindingCount(), 50u + 2u - 25u);
+
+  got.clear();
+  dispatch.Send(4);
+  want.clear();
+  for (int i = 1; i < 100; i += 4) want.push_back(i == 1 ? 1001 : i);
+  want.push_back(1000);
+  EXPECT_EQ(got, want);
+  dispatch.UnBind(&trigger);
+  for (int& o : owners) dispatch.UnBind(&o);
+  EXPECT_EQ(dispatch.BindingCount(), 0u);
+  got.clear();
+  dispatch.Send(4);
+  EXPECT_TRUE(got.empty());
+}
+
+TEST(DispatchLifetimeTest, DispatchDestroyedByAHandlerCallsNoOneAfter) {
+  SClock clock;
+  auto dispatch = std::make_unique<MessageDispatch>(clock);
+  int owners[3] = {};
+  std::vector<int> calls;
+  dispatch->Bind(1, &owners[0], [&](unsigned, unsigned, msg_body_ptr) {
+    calls.push_back(0);
+    dispatch->Send(2);  // nested: the inner Send sees the end first
+  });
+  dispatch->Bind(2, &owners[1], [&](unsigned, unsigned, msg_body_ptr) {
+    calls.push_back(1);
+    dispatch.reset();
+  });
+  dispatch->Bind(2, &owners[2], [&](unsigned, unsigned, msg_body_ptr) { calls.push_back(2); });
+  dispatch->Bind(1, &owners[2], [&](unsigned, unsigned, msg_body_ptr) { calls.push_back(3); });
+  dispatch->Send(1);
+  EXPECT_EQ(calls, (std::vector<int>{0, 1}));
+}
+
 TEST_F(DispatchTest, DeferredTasksRunByClockInOrder) {
   auto rec = [&](std::string name) { return [&, name] { calls.push_back(name + "@" + std::to_string(clock.Now())); }; };
   dispatch.Delay(10, rec("delay10"));
