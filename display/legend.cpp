@@ -71,8 +71,6 @@ void CQVLegend::SetLegendChecked(bool checked) {
   SetCheck(checked ? TRUE : FALSE);
   Invalidate();
   EventQVLegendChanged evt(this);
-  evt.idFrom = GetID();
-  evt.nameFrom = GetName();
   evt.checked = checked;
   FireEvent(evt);
 }

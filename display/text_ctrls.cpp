@@ -120,8 +120,6 @@ BOOL CQVLink::FireEvent(EventArgs& evt) {
   const BOOL handled = SLink::FireEvent(evt);
   if (!own_click) return handled;
   EventQVLinkClick click(this);
-  click.idFrom = GetID();
-  click.nameFrom = GetName();
   click.text = GetWindowText();
   return SLink::FireEvent(click) || handled;
 }

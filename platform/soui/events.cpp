@@ -10,7 +10,7 @@ namespace SOUI {
 EventArgs::EventArgs(SObject* s) : sender(s) {
   if (s) {
     idFrom = s->GetID();
-    nameFrom = s->GetName();
+    nameFrom = s->GetNamePtr();
   }
 }
 

@@ -57,7 +57,9 @@ class EventArgs {
   bool bubbleUp = true;
   UINT handled = 0;
   int idFrom = 0;
-  SStringW nameFrom;
+  // The sender's name (never null), as the toolkit passes it: it points
+  // into the sender, so a handler keeps a copy if it needs one later.
+  const wchar_t* nameFrom = L"";
   SObject* sender = nullptr;
 };
 

@@ -43,6 +43,9 @@ class SObject {
 
   virtual int GetID() const { return 0; }
   virtual SStringW GetName() const { return SStringW(); }
+  // The same name without a copy, as events carry it: valid while the
+  // object lives and keeps that name.
+  virtual const wchar_t* GetNamePtr() const { return L""; }
 
   // Sets one attribute. Names match without regard to case. Returns S_OK when
   // handled and the object should refresh, S_FALSE when handled with nothing

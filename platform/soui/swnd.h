@@ -198,6 +198,7 @@ class SWindow : public SObject {
   int GetID() const override { return id_; }
   void SetID(int id) { id_ = id; }
   SStringW GetName() const override { return name_; }
+  const wchar_t* GetNamePtr() const override { return name_.c_str(); }
   void SetName(const SStringW& name) { name_ = name; }
   virtual SStringW GetWindowText(BOOL raw = FALSE) const;
   virtual void SetWindowText(const SStringW& text);
