@@ -25,7 +25,8 @@ int Dp(int dp, int scale) { return SLayoutSize(static_cast<float>(dp), LayoutUni
 CQVLegend::CQVLegend() {
   // A legend entry is a caption, not a push button: no frame.
   skin_.Clear();
-  UseClassStyle(SwndStyle::LeftAligned(L"hand"));
+  static const SwndStyle& style = SwndStyle::LeftAligned(L"hand");
+  UseClassStyle(style);
   SetCheck(TRUE);
   GetEventSet()->addEvent(EventQVLegendChanged::EventID, EventQVLegendChanged::EventName());
 }

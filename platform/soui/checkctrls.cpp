@@ -19,7 +19,8 @@ int ParseInt(const SStringW& value, int def) {
 
 SCheckBox::SCheckBox() {
   focusable_ = TRUE;
-  UseClassStyle(SwndStyle::LeftAligned(L"arrow"));
+  static const SwndStyle& style = SwndStyle::LeftAligned(L"arrow");
+  UseClassStyle(style);
   skin_.Set(L"_skin.sys.checkbox");
 }
 
@@ -152,7 +153,8 @@ void SRadioBox::SetCheck(BOOL checked) {
 // ---- SLink ------------------------------------------------------------------------
 
 SLink::SLink() {
-  UseClassStyle(SwndStyle::LeftAligned(L"hand"));
+  static const SwndStyle& style = SwndStyle::LeftAligned(L"hand");
+  UseClassStyle(style);
 }
 
 HRESULT SLink::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {

@@ -243,7 +243,8 @@ void SComboListBox::OnChar(UINT ch, UINT repeat, UINT flags) {
 SComboBox::SComboBox() : drop_height_(200.f, LayoutUnit::Dp) {
   focusable_ = TRUE;
   draw_focus_rect_ = TRUE;
-  UseClassStyle(SwndStyle::LeftAligned(L"arrow"));
+  static const SwndStyle& style = SwndStyle::LeftAligned(L"arrow");
+  UseClassStyle(style);
   GetEventSet()->addEvent(EVT_CB_SELCHANGE, EventCBSelChange::EventName());
   GetEventSet()->addEvent(EVT_CB_DROPDOWN, EventCBDropdown::EventName());
   GetEventSet()->addEvent(EVT_CB_CLOSEUP, EventCBCloseUp::EventName());

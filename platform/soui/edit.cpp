@@ -23,7 +23,8 @@ BOOL ParseIntFlag(const SStringW& v) {
 
 SEdit::SEdit() {
   focusable_ = TRUE;
-  UseClassStyle(SwndStyle::LeftAligned(L"ibeam"));
+  static const SwndStyle& style = SwndStyle::LeftAligned(L"ibeam");
+  UseClassStyle(style);
   GetEventSet()->addEvent(EVT_RE_NOTIFY, EventRENotify::EventName());
 }
 

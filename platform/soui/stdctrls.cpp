@@ -31,7 +31,8 @@ std::vector<SStringW> SplitLines(SStringW text) {
 
 SStatic::SStatic() {
   msg_transparent_ = TRUE;
-  UseClassStyle(SwndStyle::LeftAligned(L"arrow"));
+  static const SwndStyle& style = SwndStyle::LeftAligned(L"arrow");
+  UseClassStyle(style);
 }
 
 HRESULT SStatic::SetAttribute(const SStringW& name, const SStringW& value, BOOL loading) {

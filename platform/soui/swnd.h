@@ -121,8 +121,10 @@ struct SwndStyle {
   // The style of a window that sets nothing.
   static const SwndStyle& Default();
   // The shared style of classes whose text starts at the left (labels, check
-  // boxes, links, edits), one per cursor shape.
-  static const SwndStyle& LeftAligned(const wchar_t* cursor);};
+  // boxes, links, edits), one per cursor shape. It lives as long as the
+  // program: constructors keep the reference in a static of their own.
+  static const SwndStyle& LeftAligned(const wchar_t* cursor);
+};
 
 class SWindow : public SObject {
  public:
