@@ -56,9 +56,9 @@ void CQVTabCtrl::UpdateTabPos() {
 BOOL CQVTabCtrl::CreateChildren(pugi::xml_node node) {
   // The title row first, so that the pages sit below it ("[0dp").
   for (const wchar_t* xml : {kQVTabTitlesXml, kQVTabPagesXml}) {
+    std::string utf8;
     pugi::xml_document doc;
-    const std::string utf8 = SStringW(xml).ToUtf8();
-    doc.load_buffer(utf8.data(), utf8.size());
+    LoadWideXml(xml, &utf8, &doc);
     // Qualified: the text overload would come back here.
     SWindow::CreateChildren(static_cast<pugi::xml_node>(doc));
   }

@@ -190,9 +190,9 @@ BOOL SHostWnd::InitFromXml(pugi::xml_node node) {
 }
 
 BOOL SHostWnd::InitFromXmlText(const wchar_t* xml) {
+  std::string utf8;
   pugi::xml_document doc;
-  const std::string utf8 = SStringW(xml).ToUtf8();
-  if (const pugi::xml_parse_result parsed = doc.load_buffer(utf8.data(), utf8.size()); !parsed) {
+  if (const pugi::xml_parse_result parsed = LoadWideXml(xml, &utf8, &doc); !parsed) {
     SLOG(kLogError, "SOUI") << L"SHostWnd: malformed layout XML: " << DescribeXmlError(parsed);
     return FALSE;
   }

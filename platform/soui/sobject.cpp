@@ -127,6 +127,11 @@ SStringW DescribeXmlError(const pugi::xml_parse_result& result) {
          SStringW::FromUtf8(std::to_string(static_cast<long long>(result.offset)));
 }
 
+pugi::xml_parse_result LoadWideXml(const wchar_t* xml, std::string* utf8, pugi::xml_document* doc) {
+  *utf8 = SStringW::ToUtf8(xml ? std::wstring_view(xml) : std::wstring_view());
+  return doc->load_buffer_inplace(utf8->data(), utf8->size());
+}
+
 BOOL SObject::InitFromXml(pugi::xml_node node) {
   if (!node) return FALSE;
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {

@@ -136,6 +136,9 @@ inline SStringW XmlValue(pugi::xml_attribute a) { return SStringW::FromUtf8(a.va
 // pugixml's reason for refusing a document and where: "Start-end tags
 // mismatch at offset 57".
 SStringW DescribeXmlError(const pugi::xml_parse_result& result);
+// Parses wide XML text (null reads as empty): converted to UTF-8 once into
+// *utf8, which the document then reads in place, so *utf8 must outlive doc.
+pugi::xml_parse_result LoadWideXml(const wchar_t* xml, std::string* utf8, pugi::xml_document* doc);
 
 // Reads the value of a boolean attribute: only "0" and "false" are false.
 bool ParseBool(const SStringW& value);

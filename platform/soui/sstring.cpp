@@ -136,26 +136,42 @@ SStringW SStringW::FromUtf8(const std::string& in) {
   return SStringW(std::move(out));
 }
 
-std::string SStringW::ToUtf8() const {
-  std::string out;
-  out.reserve(s_.size());
-  for (wchar_t wc : s_) {
-    uint32_t cp = static_cast<uint32_t>(wc);
-    if (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) cp = 0xFFFD;
+std::string SStringW::ToUtf8() const { return ToUtf8(s_); }
+
+std::string SStringW::ToUtf8(std::wstring_view text) {
+  // Sized first, then written without a check per byte: whole layouts pass
+  // here. Replaced code points take three bytes, like U+FFFD.
+  size_t bytes = 0;
+  for (wchar_t wc : text) {
+    const uint32_t cp = static_cast<uint32_t>(wc);
+    bytes += cp < 0x80 ? 1 : cp < 0x800 ? 2 : (cp < 0x10000 || cp > 0x10FFFF) ? 3 : 4;
+  }
+  std::string out(bytes, '\0');
+  if (bytes == text.size()) {  // all ASCII
+    for (size_t i = 0; i < bytes; ++i) out[i] = static_cast<char>(text[i]);
+    return out;
+  }
+  auto code_point = [](wchar_t wc) {
+    const uint32_t cp = static_cast<uint32_t>(wc);
+    return cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF) ? 0xFFFDu : cp;
+  };
+  char* p = out.data();
+  for (wchar_t wc : text) {
+    const uint32_t cp = code_point(wc);
     if (cp < 0x80) {
-      out += static_cast<char>(cp);
+      *p++ = static_cast<char>(cp);
     } else if (cp < 0x800) {
-      out += static_cast<char>(0xC0 | (cp >> 6));
-      out += static_cast<char>(0x80 | (cp & 0x3F));
+      *p++ = static_cast<char>(0xC0 | (cp >> 6));
+      *p++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else if (cp < 0x10000) {
-      out += static_cast<char>(0xE0 | (cp >> 12));
-      out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (cp & 0x3F));
+      *p++ = static_cast<char>(0xE0 | (cp >> 12));
+      *p++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+      *p++ = static_cast<char>(0x80 | (cp & 0x3F));
     } else {
-      out += static_cast<char>(0xF0 | (cp >> 18));
-      out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-      out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-      out += static_cast<char>(0x80 | (cp & 0x3F));
+      *p++ = static_cast<char>(0xF0 | (cp >> 18));
+      *p++ = static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+      *p++ = static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+      *p++ = static_cast<char>(0x80 | (cp & 0x3F));
     }
   }
   return out;

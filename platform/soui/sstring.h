@@ -5,6 +5,7 @@
 
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "soui/wtypes.h"
@@ -28,6 +29,8 @@ class SStringW {
   static SStringW FromUtf8(const std::string& utf8);
   static SStringW FromUtf8(const char* utf8);
   std::string ToUtf8() const;
+  // Code points a string cannot hold (surrogates, beyond U+10FFFF) become U+FFFD.
+  static std::string ToUtf8(std::wstring_view text);
   // Replaces the text with len bytes of UTF-8, keeping the buffer when it is
   // large enough (a reader reusing one string allocates once).
   SStringW& AssignUtf8(const char* utf8, size_t len);

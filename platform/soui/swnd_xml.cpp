@@ -231,9 +231,9 @@ BOOL SWindow::CreateChildren(pugi::xml_node node) {
 
 BOOL SWindow::CreateChildren(const wchar_t* xml) {
   if (!xml) return FALSE;
+  std::string utf8;
   pugi::xml_document doc;
-  const std::string utf8 = SStringW(xml).ToUtf8();
-  if (const pugi::xml_parse_result parsed = doc.load_buffer(utf8.data(), utf8.size()); !parsed) {
+  if (const pugi::xml_parse_result parsed = LoadWideXml(xml, &utf8, &doc); !parsed) {
     SLOG(kLogError, "SOUI") << L"CreateChildren: malformed XML: " << DescribeXmlError(parsed);
     return FALSE;
   }

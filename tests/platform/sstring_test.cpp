@@ -55,6 +55,12 @@ TEST(SStringW, Utf8RoundTripsChineseAndRejectsBrokenInput) {
   EXPECT_EQ(SStringW::FromUtf8(std::string("a\xE6\x96")), SStringW(L"a\xFFFD"));
   EXPECT_EQ(SStringW::FromUtf8(std::string("\xFF" "b")), SStringW(L"\xFFFD" L"b"));
   EXPECT_EQ(SStringW::FromUtf8(std::string("\xC3\x28")).GetAt(0), L'\xFFFD');
+  // Every width of encoding in one string; what no string can hold (a lone
+  // surrogate, past U+10FFFF, a negative wchar_t) is written as U+FFFD.
+  const wchar_t mixed[] = {L'a', 0xE9, 0x4E2D, 0x1F600, 0xD800, 0x110000, static_cast<wchar_t>(-1), L'z', 0};
+  EXPECT_EQ(SStringW::ToUtf8(mixed), std::string("a\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80"
+                                                "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDz"));
+  EXPECT_EQ(SStringW::ToUtf8(std::wstring_view()), "");
 }
 
 TEST(SStringW, SplitKeepsEmptyPieces) {
