@@ -52,12 +52,14 @@ namespace {
 
 // The attribute SetXmlAttribute is applying: its AfterAttribute leaves the
 // storing to SetXmlAttribute. Matched by identity, so a handler that sets
-// other attributes on the way stores those as usual.
+// other attributes on the way, or the same name on another object, stores
+// those as usual. The toolkit runs on one thread.
 struct PendingXmlAttribute {
+  const SObject* object = nullptr;
   const SStringW* name = nullptr;
   bool handled = false;
 };
-thread_local PendingXmlAttribute* t_pending = nullptr;
+PendingXmlAttribute* g_pending = nullptr;
 
 }  // namespace
 
@@ -65,30 +67,28 @@ HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOO
                                 HRESULT hr) {
   (void)loading;
   if (SUCCEEDED(hr)) {
-    if (t_pending && t_pending->name == &name) t_pending->handled = true;
+    if (g_pending && g_pending->name == &name && g_pending->object == this) g_pending->handled = true;
     else StoreAttribute(name, value);
   }
   return hr;
 }
 
-HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source) {
-  PendingXmlAttribute pending{&name};
-  PendingXmlAttribute* outer = t_pending;
-  t_pending = &pending;
+HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, std::string_view key,
+                                 std::string_view text) {
+  PendingXmlAttribute pending{this, &name};
+  PendingXmlAttribute* outer = g_pending;
+  g_pending = &pending;
   const HRESULT hr = SetAttribute(name, value, TRUE);
-  t_pending = outer;
+  g_pending = outer;
   if (pending.handled) {
     // A value cut to its limit is stored as applied.
-    const char* text = source.value();
-    const size_t text_len = std::strlen(text);
-    if (static_cast<size_t>(value.GetLength()) < text_len) {
+    if (static_cast<size_t>(value.GetLength()) < text.size()) {
       StoreAttribute(name, value);
     } else {
       // Appended without a search, each with its terminating NUL: a later
       // entry of the same name wins.
-      const char* key = source.name();
-      attr_values_.append(key, std::strlen(key) + 1);
-      attr_values_.append(text, text_len + 1);
+      attr_values_.append(key.data(), key.size()).push_back('\0');
+      attr_values_.append(text.data(), text.size()).push_back('\0');
     }
   }
   return hr;

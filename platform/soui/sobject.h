@@ -4,8 +4,6 @@
 
 #include <pugixml.hpp>
 
-#include <string_view>
-
 #include <cwchar>
 #include <functional>
 #include <map>
@@ -64,8 +62,10 @@ class SObject {
   void StoreAttribute(std::string_view name, std::string_view value);
 
   // Applies one attribute read from a document and stores the document's
-  // own UTF-8 text for it, instead of converting the wide value back.
-  HRESULT SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source);
+  // own UTF-8 text for it (key and text, the attribute's name and whole
+  // value), instead of converting the wide value back.
+  HRESULT SetXmlAttribute(const SStringW& name, const SStringW& value, std::string_view key,
+                          std::string_view text);
   // Sizes the stored text once for a document's attributes, before any is stored.
   void ReserveAttributeText(size_t bytes);
 
