@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <chrono>
+#include <cstring>
 #include <thread>
 
 #include "soui/edit.h"
@@ -83,8 +84,10 @@ void SApplication::SetRenderFactory(std::unique_ptr<IRenderFactory> factory) {
 }
 
 IAppService* SApplication::GetService(const char* key) const {
+  if (!key) return nullptr;
+  // Asked several times per window: strcmp stops at the first difference.
   for (const auto& s : services_) {
-    if (s.first == key) return s.second.get();
+    if (std::strcmp(s.first.c_str(), key) == 0) return s.second.get();
   }
   return nullptr;
 }
