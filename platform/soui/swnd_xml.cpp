@@ -44,8 +44,10 @@ void CappedXmlText(const char* utf8, size_t len, int max_chars, bool* cut, SStri
 struct XmlReadLevel {
   struct Attr {
     const SStringW* name;  // kept by InternName; null for a name it did not keep
-    size_t name_len;       // bytes
-    size_t value_len;
+    const char* key;       // the document's name and value, and their lengths in bytes
+    const char* text;
+    size_t key_len;
+    size_t text_len;
   };
   std::vector<Attr> attrs;  // the element's attributes, in document order
   SStringW value;           // the one being applied
@@ -160,33 +162,32 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   bool has_class = false;
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
     SStringW spare;
-    size_t name_len = 0;
-    const SStringW& name = InternName(a.name(), &spare, &name_len);
-    const size_t value_len = std::strlen(a.value());
-    read.attrs.push_back({InternedSlot(name) >= 0 ? &name : nullptr, name_len, value_len});
+    XmlReadLevel::Attr at{nullptr, a.name(), a.value(), 0, 0};
+    const SStringW& name = InternName(at.key, &spare, &at.key_len);
+    if (InternedSlot(name) >= 0) at.name = &name;
+    at.text_len = std::strlen(at.text);
+    read.attrs.push_back(at);
     has_class = has_class || IsClassName(name);
-    bytes += name_len + std::min(value_len, static_cast<size_t>(kMaxAttrValueLength)) + 2;
+    bytes += at.key_len + std::min(at.text_len, static_cast<size_t>(kMaxAttrValueLength)) + 2;
   }
   ReserveAttributeText(bytes);
   for (pugi::xml_attribute a = node.first_attribute(); has_class && a; a = a.next_attribute()) {
     if (strcasecmp(a.name(), "class") == 0) SetAttribute(L"class", XmlValue(a), TRUE);
   }
+  // The document's text stays in place while its attributes are applied.
   SStringW& value = read.value;
-  size_t i = 0;
-  for (pugi::xml_attribute a = node.first_attribute(); a && i < read.attrs.size(); a = a.next_attribute(), ++i) {
+  for (const XmlReadLevel::Attr& at : read.attrs) {
     SStringW spare;
-    const XmlReadLevel::Attr& at = read.attrs[i];
-    const SStringW& name = at.name ? *at.name : InternName(a.name(), &spare);
+    const SStringW& name = at.name ? *at.name : InternName(at.key, &spare);
     if (has_class && IsClassName(name)) continue;
-    const char* text = a.value();
     bool cut = false;
-    CappedXmlText(text, at.value_len, kMaxAttrValueLength, &cut, &value);
+    CappedXmlText(at.text, at.text_len, kMaxAttrValueLength, &cut, &value);
     if (cut) {
       SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << name
                              << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
-    const HRESULT hr = SetXmlAttribute(name, value, std::string_view(a.name(), at.name_len),
-                                       std::string_view(text, at.value_len));
+    const HRESULT hr = SetXmlAttribute(name, value, std::string_view(at.key, at.key_len),
+                                       std::string_view(at.text, at.text_len));
     if (FAILED(hr)) ReportRejectedAttribute(node, name, value, hr);
   }
   // Non-blank inner text overrides the text attribute.
