@@ -191,9 +191,10 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
     if (FAILED(hr)) ReportRejectedAttribute(node, name, value, hr);
   }
   // Non-blank inner text overrides the text attribute.
+  const char* inner_text = node.text().get();
+  if (!*inner_text) return;
   bool cut = false;
   SStringW inner;
-  const char* inner_text = node.text().get();
   CappedXmlText(inner_text, std::strlen(inner_text), kMaxWindowTextLength, &cut, &inner);
   if (cut) {
     SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
