@@ -101,9 +101,7 @@ struct QVChainScope {
 // Adds one dispatch level's admitted names; true when the level filters
 // nothing, so that Base should be asked too.
 QVSTDCTRLS_API bool QVListAdmitted(QVAttrNames* out, const QVAdmittedAttrs* admitted);
-}  // namespace detail
 
-namespace detail {
 // Where a name goes at one dispatch level: 0..N-1 a table entry, N the base,
 // N + 1 refused.
 template <class T, std::size_t N>

@@ -1,5 +1,6 @@
 #include "soui/sobject.h"
 
+#include <algorithm>
 #include <cstring>
 #include <cwchar>
 #include <strings.h>
@@ -15,10 +16,10 @@ HRESULT SObject::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
 
 namespace {
 
-// Calls fn(name_begin, value_begin, value_end) for each stored pair until it
-// returns true; returns the position where it stopped, or npos.
+// Calls fn(name_begin, name_end, value_end) for each stored pair of blob
+// until it returns true; returns the position where it stopped, or npos.
 template <class Fn>
-size_t FindStored(const std::string& blob, Fn fn) {
+size_t FindStored(std::string_view blob, Fn fn) {
   size_t pos = 0;
   while (pos < blob.size()) {
     const size_t name_end = blob.find('\0', pos);
@@ -30,21 +31,78 @@ size_t FindStored(const std::string& blob, Fn fn) {
 }
 
 // Attribute names are ASCII and compared without case.
-bool NameMatches(const std::string& blob, size_t begin, size_t end, std::string_view name) {
+bool NameMatches(std::string_view blob, size_t begin, size_t end, std::string_view name) {
   return end - begin == name.size() && strncasecmp(blob.data() + begin, name.data(), name.size()) == 0;
 }
 
+// The blocks of the SharedAttrTextScope in force: each new block twice the
+// last, so that a load of one window takes little and one of a thousand few.
+struct AttrTextBlocks {
+  static constexpr size_t kFirst = 512, kLargest = 16 * 1024;
+  int scopes = 0;
+  std::shared_ptr<char[]> block;
+  size_t used = 0, size = 0, next_size = kFirst;
+};
+
+AttrTextBlocks& Blocks() {
+  static AttrTextBlocks blocks;
+  return blocks;
+}
+
+// Room for n bytes in the current block, or null (no scope, or text too
+// large to share a block).
+char* TakeSharedText(size_t n, std::shared_ptr<char[]>* owner) {
+  AttrTextBlocks& b = Blocks();
+  if (b.scopes == 0 || n == 0 || n > AttrTextBlocks::kLargest / 4) return nullptr;
+  if (b.size - b.used < n) {
+    b.size = b.next_size;
+    b.next_size = std::min(b.next_size * 2, AttrTextBlocks::kLargest);
+    b.block.reset(new char[b.size]);
+    b.used = 0;
+  }
+  char* at = b.block.get() + b.used;
+  b.used += n;
+  *owner = b.block;
+  return at;
+}
+
 }  // namespace
+
+SharedAttrTextScope::SharedAttrTextScope() { ++Blocks().scopes; }
+
+SharedAttrTextScope::~SharedAttrTextScope() {
+  AttrTextBlocks& b = Blocks();
+  // The last block goes to the objects using it; the next load starts small.
+  if (--b.scopes == 0) b = AttrTextBlocks();
+}
+
+SObject::SObject(const SObject& other)
+    : attr_values_(other.attr_values_),
+      xml_block_(other.xml_block_),
+      xml_attrs_(other.xml_attrs_),
+      xml_used_(other.xml_used_),
+      xml_room_(other.xml_used_) {}
+
+SObject& SObject::operator=(const SObject& other) {
+  if (this == &other) return *this;
+  attr_values_ = other.attr_values_;
+  xml_block_ = other.xml_block_;
+  xml_attrs_ = other.xml_attrs_;
+  xml_used_ = xml_room_ = other.xml_used_;
+  return *this;
+}
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
   const std::string key = name.ToUtf8();
   // The last entry of a name wins: a document may give one twice, and its
   // attributes are stored without looking for an earlier entry.
   SStringW found;
-  FindStored(attr_values_, [&](size_t n, size_t ne, size_t ve) {
-    if (NameMatches(attr_values_, n, ne, key)) found = SStringW::FromUtf8(attr_values_.substr(ne + 1, ve - ne - 1));
-    return false;
-  });
+  for (const std::string_view blob : {std::string_view(xml_attrs_, xml_used_), std::string_view(attr_values_)}) {
+    FindStored(blob, [&](size_t n, size_t ne, size_t ve) {
+      if (NameMatches(blob, n, ne, key)) found = SStringW::FromUtf8(std::string(blob.substr(ne + 1, ve - ne - 1)));
+      return false;
+    });
+  }
   return found;
 }
 
@@ -81,12 +139,20 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
   const HRESULT hr = SetAttribute(name, value, TRUE);
   g_pending = outer;
   if (pending.handled) {
-    // A value cut to its limit is stored as applied.
+    const size_t entry = key.size() + text.size() + 2;
     if (static_cast<size_t>(value.GetLength()) < text.size()) {
+      // A value cut to its limit is stored as applied.
       StoreAttribute(name, value);
-    } else {
-      // Appended without a search, each with its terminating NUL: a later
+    } else if (attr_values_.empty() && xml_room_ - xml_used_ >= entry) {
+      // Written without a search, each with its terminating NUL: a later
       // entry of the same name wins.
+      char* out = xml_attrs_ + xml_used_;
+      std::memcpy(out, key.data(), key.size());
+      out[key.size()] = '\0';
+      std::memcpy(out + key.size() + 1, text.data(), text.size());
+      out[entry - 1] = '\0';
+      xml_used_ += static_cast<uint32_t>(entry);
+    } else {
       attr_values_.append(key.data(), key.size()).push_back('\0');
       attr_values_.append(text.data(), text.size()).push_back('\0');
     }
@@ -95,7 +161,21 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
 }
 
 void SObject::ReserveAttributeText(size_t bytes) {
-  if (attr_values_.empty()) attr_values_.reserve(bytes);
+  if (!attr_values_.empty() || xml_attrs_) return;
+  if (char* room = TakeSharedText(bytes, &xml_block_)) {
+    xml_attrs_ = room;
+    xml_room_ = static_cast<uint32_t>(bytes);
+    return;
+  }
+  attr_values_.reserve(bytes);
+}
+
+void SObject::OwnAttributeText() {
+  if (!xml_attrs_) return;
+  attr_values_.insert(0, xml_attrs_, xml_used_);
+  xml_attrs_ = nullptr;
+  xml_used_ = xml_room_ = 0;
+  xml_block_.reset();
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
@@ -103,6 +183,7 @@ void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
 }
 
 void SObject::StoreAttribute(std::string_view key, std::string_view text) {
+  OwnAttributeText();
   // Names and values are stored up to an embedded NUL, which attribute text never holds.
   key = key.substr(0, key.find('\0'));
   const std::string_view stored = text.substr(0, text.find('\0'));

@@ -133,6 +133,8 @@ SStringW IncludeKey(const SStringW& src) {
 
 BOOL SWindow::InitFromXml(pugi::xml_node node) {
   // Kept lean: it recurses through CreateChildren once per nesting level.
+  // The windows of one document keep their attribute text in shared blocks.
+  const SharedAttrTextScope shared_text;
   {
     // One style copy for the attributes and what OnCreate derives from them.
     StyleBatch batch(this);
