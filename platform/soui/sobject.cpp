@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstring>
 #include <cwchar>
+#include <new>
 #include <strings.h>
+#include <utility>
 
 namespace SOUI {
 
@@ -35,12 +37,25 @@ bool NameMatches(std::string_view blob, size_t begin, size_t end, std::string_vi
   return end - begin == name.size() && strncasecmp(blob.data() + begin, name.data(), name.size()) == 0;
 }
 
+// A block of attribute text shared by the objects of one load (and the
+// scope while it writes into it); freed with the last of them.
+struct TextBlock {
+  uint32_t refs;
+  char* text() { return reinterpret_cast<char*>(this + 1); }
+};
+
+TextBlock* NewTextBlock(size_t size) { return new (::operator new(sizeof(TextBlock) + size)) TextBlock{1}; }
+
+void ReleaseTextBlock(TextBlock* block) {
+  if (block && --block->refs == 0) ::operator delete(block);
+}
+
 // The blocks of the SharedAttrTextScope in force: each new block twice the
 // last, so that a load of one window takes little and one of a thousand few.
 struct AttrTextBlocks {
-  static constexpr size_t kFirst = 512, kLargest = 16 * 1024;
+  static constexpr size_t kFirst = 512, kLargest = 16 * 1024;  // offsets fit 16 bits
   int scopes = 0;
-  std::shared_ptr<char[]> block;
+  TextBlock* block = nullptr;
   size_t used = 0, size = 0, next_size = kFirst;
 };
 
@@ -49,20 +64,21 @@ AttrTextBlocks& Blocks() {
   return blocks;
 }
 
-// Room for n bytes in the current block, or null (no scope, or text too
-// large to share a block).
-char* TakeSharedText(size_t n, std::shared_ptr<char[]>* owner) {
+// Room for n bytes in the current block, counted as one more user of it, or
+// null (no scope, or text too large to share a block).
+char* TakeSharedText(size_t n) {
   AttrTextBlocks& b = Blocks();
   if (b.scopes == 0 || n == 0 || n > AttrTextBlocks::kLargest / 4) return nullptr;
   if (b.size - b.used < n) {
+    ReleaseTextBlock(b.block);
     b.size = b.next_size;
     b.next_size = std::min(b.next_size * 2, AttrTextBlocks::kLargest);
-    b.block.reset(new char[b.size]);
+    b.block = NewTextBlock(b.size);
     b.used = 0;
   }
-  char* at = b.block.get() + b.used;
+  char* at = b.block->text() + b.used;
   b.used += n;
-  *owner = b.block;
+  ++b.block->refs;
   return at;
 }
 
@@ -72,24 +88,34 @@ SharedAttrTextScope::SharedAttrTextScope() { ++Blocks().scopes; }
 
 SharedAttrTextScope::~SharedAttrTextScope() {
   AttrTextBlocks& b = Blocks();
-  // The last block goes to the objects using it; the next load starts small.
-  if (--b.scopes == 0) b = AttrTextBlocks();
+  // The last block is left to the objects using it; the next load starts small.
+  if (--b.scopes > 0) return;
+  ReleaseTextBlock(b.block);
+  b = AttrTextBlocks();
 }
 
 SObject::SObject(const SObject& other)
     : attr_values_(other.attr_values_),
-      xml_block_(other.xml_block_),
       xml_attrs_(other.xml_attrs_),
       xml_used_(other.xml_used_),
-      xml_room_(other.xml_used_) {}
+      xml_room_(other.xml_used_),
+      xml_offset_(other.xml_offset_) {
+  if (xml_attrs_) ++(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1)->refs;
+}
 
 SObject& SObject::operator=(const SObject& other) {
   if (this == &other) return *this;
-  attr_values_ = other.attr_values_;
-  xml_block_ = other.xml_block_;
-  xml_attrs_ = other.xml_attrs_;
-  xml_used_ = xml_room_ = other.xml_used_;
+  SObject copy(other);
+  std::swap(attr_values_, copy.attr_values_);
+  std::swap(xml_attrs_, copy.xml_attrs_);
+  std::swap(xml_used_, copy.xml_used_);
+  std::swap(xml_room_, copy.xml_room_);
+  std::swap(xml_offset_, copy.xml_offset_);
   return *this;
+}
+
+SObject::~SObject() {
+  if (xml_attrs_) ReleaseTextBlock(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1);
 }
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
@@ -143,7 +169,7 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
     if (static_cast<size_t>(value.GetLength()) < text.size()) {
       // A value cut to its limit is stored as applied.
       StoreAttribute(name, value);
-    } else if (attr_values_.empty() && xml_room_ - xml_used_ >= entry) {
+    } else if (attr_values_.empty() && static_cast<size_t>(xml_room_ - xml_used_) >= entry) {
       // Written without a search, each with its terminating NUL: a later
       // entry of the same name wins.
       char* out = xml_attrs_ + xml_used_;
@@ -151,7 +177,7 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
       out[key.size()] = '\0';
       std::memcpy(out + key.size() + 1, text.data(), text.size());
       out[entry - 1] = '\0';
-      xml_used_ += static_cast<uint32_t>(entry);
+      xml_used_ = static_cast<uint16_t>(xml_used_ + entry);
     } else {
       attr_values_.append(key.data(), key.size()).push_back('\0');
       attr_values_.append(text.data(), text.size()).push_back('\0');
@@ -162,9 +188,10 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
 
 void SObject::ReserveAttributeText(size_t bytes) {
   if (!attr_values_.empty() || xml_attrs_) return;
-  if (char* room = TakeSharedText(bytes, &xml_block_)) {
+  if (char* room = TakeSharedText(bytes)) {
     xml_attrs_ = room;
-    xml_room_ = static_cast<uint32_t>(bytes);
+    xml_room_ = static_cast<uint16_t>(bytes);
+    xml_offset_ = static_cast<uint16_t>(Blocks().used - bytes);
     return;
   }
   attr_values_.reserve(bytes);
@@ -173,9 +200,9 @@ void SObject::ReserveAttributeText(size_t bytes) {
 void SObject::OwnAttributeText() {
   if (!xml_attrs_) return;
   attr_values_.insert(0, xml_attrs_, xml_used_);
+  ReleaseTextBlock(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1);
   xml_attrs_ = nullptr;
-  xml_used_ = xml_room_ = 0;
-  xml_block_.reset();
+  xml_used_ = xml_room_ = xml_offset_ = 0;
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {

@@ -35,7 +35,7 @@ class SObject {
   // A copy shares the text kept so far but never writes into its block.
   SObject(const SObject& other);
   SObject& operator=(const SObject& other);
-  virtual ~SObject() = default;
+  virtual ~SObject();
 
   static const wchar_t* GetClassName() { return L"object"; }
   static const wchar_t* BaseClassName() { return L""; }
@@ -82,12 +82,12 @@ class SObject {
   // Entries are "name\0value\0" in UTF-8, the last of a name winning: every
   // window stores every attribute it is given and few are read back. Those
   // a document gave come first, in a block shared with the other objects of
-  // that load (xml_attrs_, no allocation of their own); whatever is stored
-  // afterwards, in attr_values_.
+  // that load (xml_attrs_: no allocation of their own, and two pointers less
+  // than a shared_ptr would take); whatever is stored afterwards, in
+  // attr_values_.
   std::string attr_values_;
-  std::shared_ptr<char[]> xml_block_;  // keeps xml_attrs_ alive
-  char* xml_attrs_ = nullptr;
-  uint32_t xml_used_ = 0, xml_room_ = 0;
+  char* xml_attrs_ = nullptr;  // in a counted block, xml_offset_ bytes into its text
+  uint16_t xml_used_ = 0, xml_room_ = 0, xml_offset_ = 0;
 };
 
 // While one is alive, the attribute text objects keep from documents goes
