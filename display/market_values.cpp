@@ -6,6 +6,7 @@
 #include "framework/style_tables.h"
 #include "qvhost/config.h"
 #include "qvhost/zoom.h"
+#include "soui/attr_names.h"
 #include "soui/sapp.h"
 
 namespace QVStandardCtrls {
@@ -90,7 +91,9 @@ HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
     QVLogBadValue(this, L"qvstyle", value);
     return S_OK;
   }
-  static const SStringW kFont(L"font");
+  // Interned, so that what the name means is remembered as for a layout's names.
+  static SStringW font_spare;
+  static const SStringW& kFont = InternName("font", &font_spare);
   EditStyle(kFont, it->second);
   if (!loading) RequestRelayout();
   return S_OK;
@@ -137,8 +140,9 @@ bool CQVRedGreenStatic::ResetColorText() {
                        : current_ < compare_ ? GetFallColorRef()
                                              : GetStableColorRef();
   // Widened once: every label of a watchlist sets one of the three.
-  static const SStringW kColorText(L"colorText"), kRise(kQVColorRise), kFall(kQVColorFall),
-      kStable(kQVColorStable);
+  static const SStringW kRise(kQVColorRise), kFall(kQVColorFall), kStable(kQVColorStable);
+  static SStringW color_text_spare;
+  static const SStringW& kColorText = InternName("colorText", &color_text_spare);
   const SStringW& wide = ref == kQVColorRise ? kRise : ref == kQVColorFall ? kFall : kStable;
   if (GetStyle().colorText[0].Source() == wide) return false;  // most updates keep the direction
   EditStyle(kColorText, wide);

@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "framework/qv_export.h"
+#include "soui/attr_names.h"
 #include "soui/sstring.h"
 #include "soui/swnd.h"
 
@@ -100,6 +101,23 @@ struct QVChainScope {
 // Adds one dispatch level's admitted names; true when the level filters
 // nothing, so that Base should be asked too.
 QVSTDCTRLS_API bool QVListAdmitted(QVAttrNames* out, const QVAdmittedAttrs* admitted);
+
+// Where a name goes at one dispatch level: 0..N-1 a table entry, N the base,
+// N + 1 refused.
+template <class T, std::size_t N>
+int QVRoute(const QVAttrEntry<T> (&table)[N], const QVAdmittedAttrs* admitted, const SOUI::SStringW& name) {
+  // A differing ASCII first letter rules an entry out without a call
+  // (beyond ASCII the locale decides).
+  const auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
+  const wchar_t first = fold(name.GetAt(0));
+  for (std::size_t i = 0; i < N; ++i) {
+    if ((first >= 0x80 || fold(table[i].name[0]) == first) && name.CompareNoCase(table[i].name) == 0) {
+      return static_cast<int>(i);
+    }
+  }
+  const bool to_base = !admitted || admitted->count(name) != 0 || IsQVStructuralAttr(name);
+  return static_cast<int>(to_base ? N : N + 1);
+}
 }  // namespace detail
 
 // admitted == nullptr passes every unhandled name to Base: for a class whose
@@ -107,16 +125,19 @@ QVSTDCTRLS_API bool QVListAdmitted(QVAttrNames* out, const QVAdmittedAttrs* admi
 template <class T, class Base, std::size_t N>
 HRESULT QVDispatchAttribute(T* self, const QVAttrEntry<T> (&table)[N], const QVAdmittedAttrs* admitted,
                             const SOUI::SStringW& name, const SOUI::SStringW& value, BOOL loading) {
+  static_assert(N + 1 < 255, "routes are remembered in a byte per name");
   if (QVAttrNames* listing = detail::QVActiveListing()) {
     for (const QVAttrEntry<T>& e : table) listing->own.push_back(e.name);
     return detail::QVListAdmitted(listing, admitted) ? self->Base::SetAttribute(name, value, loading) : S_OK;
   }
-  // Every attribute of a page passes here: a differing ASCII first letter
-  // rules an entry out without a call (beyond ASCII the locale decides).
-  const auto fold = [](wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; };
-  const wchar_t first = fold(name.GetAt(0));
-  for (const QVAttrEntry<T>& e : table) {
-    if ((first < 0x80 && fold(e.name[0]) != first) || name.CompareNoCase(e.name) != 0) continue;
+  // Every attribute of a page passes here: a name read from a layout is
+  // routed once per spelling.
+  static SOUI::NameMemo routes;
+  routes.KeyTo(table, admitted);
+  const std::size_t route =
+      routes.Get(name, [&](const SOUI::SStringW& n) { return detail::QVRoute(table, admitted, n); });
+  if (route < N) {
+    const QVAttrEntry<T>& e = table[route];
     const HRESULT hr = (self->*e.handler)(value, loading);
     if (e.chain_to_base) {
       if (hr < 0) return hr;
@@ -127,9 +148,7 @@ HRESULT QVDispatchAttribute(T* self, const QVAttrEntry<T> (&table)[N], const QVA
     }
     return self->SOUI::SWindow::AfterAttribute(name, value, loading, hr);
   }
-  if (!admitted || admitted->count(name) != 0 || IsQVStructuralAttr(name)) {
-    return self->Base::SetAttribute(name, value, loading);
-  }
+  if (route == N) return self->Base::SetAttribute(name, value, loading);
   return QVRejectUnknownAttribute(self, name, value);
 }
 
@@ -140,10 +159,13 @@ HRESULT QVDispatchAttribute(T* self, const QVAdmittedAttrs* admitted, const SOUI
   if (QVAttrNames* listing = detail::QVActiveListing()) {
     return detail::QVListAdmitted(listing, admitted) ? self->Base::SetAttribute(name, value, loading) : S_OK;
   }
-  if (!admitted || admitted->count(name) != 0 || IsQVStructuralAttr(name)) {
-    return self->Base::SetAttribute(name, value, loading);
-  }
-  return QVRejectUnknownAttribute(self, name, value);
+  if (!admitted) return self->Base::SetAttribute(name, value, loading);
+  static SOUI::NameMemo admits;
+  admits.KeyTo(admitted, nullptr);
+  const bool to_base = admits.Get(name, [&](const SOUI::SStringW& n) {
+    return admitted->count(n) != 0 || IsQVStructuralAttr(n) ? 1 : 0;
+  });
+  return to_base ? self->Base::SetAttribute(name, value, loading) : QVRejectUnknownAttribute(self, name, value);
 }
 
 }  // namespace QVStandardCtrls

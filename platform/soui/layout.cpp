@@ -225,31 +225,42 @@ int CountOf(const SStringW& s, wchar_t c) {
 }  // namespace
 
 bool SouiLayoutParam::SetAttribute(const SStringW& name, const SStringW& value) {
-  if (name.CompareNoCase(L"pos") == 0) return ParsePos(value);
-  if (name.CompareNoCase(L"width") == 0) return ParseSize(Orientation::Horz, value);
-  if (name.CompareNoCase(L"height") == 0) return ParseSize(Orientation::Vert, value);
-  if (name.CompareNoCase(L"size") == 0) {
-    if (CountOf(value, L',') != 1) return false;
-    const std::vector<SStringW> parts = SplitString(value, L',');
-    SLayoutSize w, h;
-    if (!ParseSizeValue(parts[0], &w) || !ParseSizeValue(parts[1], &h)) return false;
-    width_ = w;
-    height_ = h;
-    return true;
-  }
-  if (name.CompareNoCase(L"offset") == 0) {
-    if (CountOf(value, L',') != 1) return false;
-    const std::vector<SStringW> parts = SplitString(value, L',');
-    double fx = 0, fy = 0;
-    const std::wstring& x = parts[0].str();
-    const std::wstring& y = parts[1].str();
-    if (!ParseDecimal(x.data(), x.data() + x.size(), &fx) ||
-        !ParseDecimal(y.data(), y.data() + y.size(), &fy)) {
-      return false;
+  if (name.CompareNoCase(L"pos") == 0) return SetAttribute(LayoutAttr::Pos, value);
+  if (name.CompareNoCase(L"width") == 0) return SetAttribute(LayoutAttr::Width, value);
+  if (name.CompareNoCase(L"height") == 0) return SetAttribute(LayoutAttr::Height, value);
+  if (name.CompareNoCase(L"size") == 0) return SetAttribute(LayoutAttr::Size, value);
+  if (name.CompareNoCase(L"offset") == 0) return SetAttribute(LayoutAttr::Offset, value);
+  return false;
+}
+
+bool SouiLayoutParam::SetAttribute(LayoutAttr attr, const SStringW& value) {
+  switch (attr) {
+    case LayoutAttr::Pos: return ParsePos(value);
+    case LayoutAttr::Width: return ParseSize(Orientation::Horz, value);
+    case LayoutAttr::Height: return ParseSize(Orientation::Vert, value);
+    case LayoutAttr::Size: {
+      if (CountOf(value, L',') != 1) return false;
+      const std::vector<SStringW> parts = SplitString(value, L',');
+      SLayoutSize w, h;
+      if (!ParseSizeValue(parts[0], &w) || !ParseSizeValue(parts[1], &h)) return false;
+      width_ = w;
+      height_ = h;
+      return true;
     }
-    offset_x_ = static_cast<float>(fx);
-    offset_y_ = static_cast<float>(fy);
-    return true;
+    case LayoutAttr::Offset: {
+      if (CountOf(value, L',') != 1) return false;
+      const std::vector<SStringW> parts = SplitString(value, L',');
+      double fx = 0, fy = 0;
+      const std::wstring& x = parts[0].str();
+      const std::wstring& y = parts[1].str();
+      if (!ParseDecimal(x.data(), x.data() + x.size(), &fx) ||
+          !ParseDecimal(y.data(), y.data() + y.size(), &fy)) {
+        return false;
+      }
+      offset_x_ = static_cast<float>(fx);
+      offset_y_ = static_cast<float>(fy);
+      return true;
+    }
   }
   return false;
 }

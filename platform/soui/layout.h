@@ -76,6 +76,9 @@ struct PosItem {
 };
 
 // The layout attributes of one child window.
+// The attributes a layout param takes.
+enum class LayoutAttr { Pos, Offset, Size, Width, Height };
+
 class SouiLayoutParam {
  public:
   // Handles pos, offset, width, height, size (names in any case). Returns
@@ -86,6 +89,8 @@ class SouiLayoutParam {
   // Text the toolkit would quietly read as 0 ("match_parent", "12pt") is
   // rejected here.
   bool SetAttribute(const SStringW& name, const SStringW& value);
+  // The same for a caller that has already told the names apart.
+  bool SetAttribute(LayoutAttr attr, const SStringW& value);
   // Windows created from XML start as wrap x wrap; created in code, as match_parent.
   void Clear();
   void SetMatchParent(Orientation o);

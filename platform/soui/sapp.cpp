@@ -85,13 +85,9 @@ void SApplication::SetRenderFactory(std::unique_ptr<IRenderFactory> factory) {
 
 IAppService* SApplication::GetService(const char* key) const {
   if (!key) return nullptr;
-  // Controls look their services up per item of a broadcast: the same
-  // pointer is tried first (and confirmed) before comparing any text.
+  // Asked several times per window: strcmp stops at the first difference.
   for (const auto& s : services_) {
-    if (s.key_at == key && std::strcmp(s.key.c_str(), key) == 0) return s.service.get();
-  }
-  for (const auto& s : services_) {
-    if (s.key == key) return s.service.get();
+    if (std::strcmp(s.first.c_str(), key) == 0) return s.second.get();
   }
   return nullptr;
 }
@@ -99,13 +95,12 @@ IAppService* SApplication::GetService(const char* key) const {
 void SApplication::SetService(const char* key, std::unique_ptr<IAppService> service) {
   if (!key) return;
   for (auto& s : services_) {
-    if (s.key == key) {
-      s.key_at = key;
-      s.service = std::move(service);
+    if (s.first == key) {
+      s.second = std::move(service);
       return;
     }
   }
-  services_.push_back(Service{key, key, std::move(service)});
+  services_.emplace_back(key, std::move(service));
 }
 
 SApplication* SApplication::getSingletonPtr() { return g_app; }

@@ -208,12 +208,7 @@ class SApplication {
   SResProvider res_;
   std::unique_ptr<IRenderFactory> render_factory_;
   SClock clock_;
-  struct Service {
-    std::string key;
-    const char* key_at;  // where the key was given: callers pass their own static
-    std::unique_ptr<IAppService> service;
-  };
-  std::vector<Service> services_;
+  std::vector<std::pair<std::string, std::unique_ptr<IAppService>>> services_;
   std::unique_ptr<ILogSink> log_;
   int zoom_ = 100;
   std::vector<SHostWnd*> hosts_;

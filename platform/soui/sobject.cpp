@@ -1,8 +1,11 @@
 #include "soui/sobject.h"
 
+#include <algorithm>
 #include <cstring>
 #include <cwchar>
+#include <new>
 #include <strings.h>
+#include <utility>
 
 namespace SOUI {
 
@@ -15,10 +18,10 @@ HRESULT SObject::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
 
 namespace {
 
-// Calls fn(name_begin, value_begin, value_end) for each stored pair until it
-// returns true; returns the position where it stopped, or npos.
+// Calls fn(name_begin, name_end, value_end) for each stored pair of blob
+// until it returns true; returns the position where it stopped, or npos.
 template <class Fn>
-size_t FindStored(const std::string& blob, Fn fn) {
+size_t FindStored(std::string_view blob, Fn fn) {
   size_t pos = 0;
   while (pos < blob.size()) {
     const size_t name_end = blob.find('\0', pos);
@@ -30,21 +33,102 @@ size_t FindStored(const std::string& blob, Fn fn) {
 }
 
 // Attribute names are ASCII and compared without case.
-bool NameMatches(const std::string& blob, size_t begin, size_t end, std::string_view name) {
+bool NameMatches(std::string_view blob, size_t begin, size_t end, std::string_view name) {
   return end - begin == name.size() && strncasecmp(blob.data() + begin, name.data(), name.size()) == 0;
 }
 
+// A block of attribute text shared by the objects of one load (and the
+// scope while it writes into it); freed with the last of them.
+struct TextBlock {
+  uint32_t refs;
+  char* text() { return reinterpret_cast<char*>(this + 1); }
+};
+
+TextBlock* NewTextBlock(size_t size) { return new (::operator new(sizeof(TextBlock) + size)) TextBlock{1}; }
+
+void ReleaseTextBlock(TextBlock* block) {
+  if (block && --block->refs == 0) ::operator delete(block);
+}
+
+// The blocks of the SharedAttrTextScope in force: each new block twice the
+// last, so that a load of one window takes little and one of a thousand few.
+struct AttrTextBlocks {
+  static constexpr size_t kFirst = 512, kLargest = 16 * 1024;  // offsets fit 16 bits
+  int scopes = 0;
+  TextBlock* block = nullptr;
+  size_t used = 0, size = 0, next_size = kFirst;
+};
+
+AttrTextBlocks& Blocks() {
+  static AttrTextBlocks blocks;
+  return blocks;
+}
+
+// Room for n bytes in the current block, counted as one more user of it, or
+// null (no scope, or text too large to share a block).
+char* TakeSharedText(size_t n) {
+  AttrTextBlocks& b = Blocks();
+  if (b.scopes == 0 || n == 0 || n > AttrTextBlocks::kLargest / 4) return nullptr;
+  if (b.size - b.used < n) {
+    ReleaseTextBlock(b.block);
+    b.size = b.next_size;
+    b.next_size = std::min(b.next_size * 2, AttrTextBlocks::kLargest);
+    b.block = NewTextBlock(b.size);
+    b.used = 0;
+  }
+  char* at = b.block->text() + b.used;
+  b.used += n;
+  ++b.block->refs;
+  return at;
+}
+
 }  // namespace
+
+SharedAttrTextScope::SharedAttrTextScope() { ++Blocks().scopes; }
+
+SharedAttrTextScope::~SharedAttrTextScope() {
+  AttrTextBlocks& b = Blocks();
+  // The last block is left to the objects using it; the next load starts small.
+  if (--b.scopes > 0) return;
+  ReleaseTextBlock(b.block);
+  b = AttrTextBlocks();
+}
+
+SObject::SObject(const SObject& other)
+    : attr_values_(other.attr_values_),
+      xml_attrs_(other.xml_attrs_),
+      xml_used_(other.xml_used_),
+      xml_room_(other.xml_used_),
+      xml_offset_(other.xml_offset_) {
+  if (xml_attrs_) ++(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1)->refs;
+}
+
+SObject& SObject::operator=(const SObject& other) {
+  if (this == &other) return *this;
+  SObject copy(other);
+  std::swap(attr_values_, copy.attr_values_);
+  std::swap(xml_attrs_, copy.xml_attrs_);
+  std::swap(xml_used_, copy.xml_used_);
+  std::swap(xml_room_, copy.xml_room_);
+  std::swap(xml_offset_, copy.xml_offset_);
+  return *this;
+}
+
+SObject::~SObject() {
+  if (xml_attrs_) ReleaseTextBlock(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1);
+}
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
   const std::string key = name.ToUtf8();
   // The last entry of a name wins: a document may give one twice, and its
   // attributes are stored without looking for an earlier entry.
   SStringW found;
-  FindStored(attr_values_, [&](size_t n, size_t ne, size_t ve) {
-    if (NameMatches(attr_values_, n, ne, key)) found = SStringW::FromUtf8(attr_values_.substr(ne + 1, ve - ne - 1));
-    return false;
-  });
+  for (const std::string_view blob : {std::string_view(xml_attrs_, xml_used_), std::string_view(attr_values_)}) {
+    FindStored(blob, [&](size_t n, size_t ne, size_t ve) {
+      if (NameMatches(blob, n, ne, key)) found = SStringW::FromUtf8(std::string(blob.substr(ne + 1, ve - ne - 1)));
+      return false;
+    });
+  }
   return found;
 }
 
@@ -52,12 +136,14 @@ namespace {
 
 // The attribute SetXmlAttribute is applying: its AfterAttribute leaves the
 // storing to SetXmlAttribute. Matched by identity, so a handler that sets
-// other attributes on the way stores those as usual.
+// other attributes on the way, or the same name on another object, stores
+// those as usual. The toolkit runs on one thread.
 struct PendingXmlAttribute {
+  const SObject* object = nullptr;
   const SStringW* name = nullptr;
   bool handled = false;
 };
-thread_local PendingXmlAttribute* t_pending = nullptr;
+PendingXmlAttribute* g_pending = nullptr;
 
 }  // namespace
 
@@ -65,37 +151,58 @@ HRESULT SObject::AfterAttribute(const SStringW& name, const SStringW& value, BOO
                                 HRESULT hr) {
   (void)loading;
   if (SUCCEEDED(hr)) {
-    if (t_pending && t_pending->name == &name) t_pending->handled = true;
+    if (g_pending && g_pending->name == &name && g_pending->object == this) g_pending->handled = true;
     else StoreAttribute(name, value);
   }
   return hr;
 }
 
-HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source) {
-  PendingXmlAttribute pending{&name};
-  PendingXmlAttribute* outer = t_pending;
-  t_pending = &pending;
+HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, std::string_view key,
+                                 std::string_view text) {
+  PendingXmlAttribute pending{this, &name};
+  PendingXmlAttribute* outer = g_pending;
+  g_pending = &pending;
   const HRESULT hr = SetAttribute(name, value, TRUE);
-  t_pending = outer;
+  g_pending = outer;
   if (pending.handled) {
-    // A value cut to its limit is stored as applied.
-    const char* text = source.value();
-    const size_t text_len = std::strlen(text);
-    if (static_cast<size_t>(value.GetLength()) < text_len) {
+    const size_t entry = key.size() + text.size() + 2;
+    if (static_cast<size_t>(value.GetLength()) < text.size()) {
+      // A value cut to its limit is stored as applied.
       StoreAttribute(name, value);
-    } else {
-      // Appended without a search, each with its terminating NUL: a later
+    } else if (attr_values_.empty() && static_cast<size_t>(xml_room_ - xml_used_) >= entry) {
+      // Written without a search, each with its terminating NUL: a later
       // entry of the same name wins.
-      const char* key = source.name();
-      attr_values_.append(key, std::strlen(key) + 1);
-      attr_values_.append(text, text_len + 1);
+      char* out = xml_attrs_ + xml_used_;
+      std::memcpy(out, key.data(), key.size());
+      out[key.size()] = '\0';
+      std::memcpy(out + key.size() + 1, text.data(), text.size());
+      out[entry - 1] = '\0';
+      xml_used_ = static_cast<uint16_t>(xml_used_ + entry);
+    } else {
+      attr_values_.append(key.data(), key.size()).push_back('\0');
+      attr_values_.append(text.data(), text.size()).push_back('\0');
     }
   }
   return hr;
 }
 
 void SObject::ReserveAttributeText(size_t bytes) {
-  if (attr_values_.empty()) attr_values_.reserve(bytes);
+  if (!attr_values_.empty() || xml_attrs_) return;
+  if (char* room = TakeSharedText(bytes)) {
+    xml_attrs_ = room;
+    xml_room_ = static_cast<uint16_t>(bytes);
+    xml_offset_ = static_cast<uint16_t>(Blocks().used - bytes);
+    return;
+  }
+  attr_values_.reserve(bytes);
+}
+
+void SObject::OwnAttributeText() {
+  if (!xml_attrs_) return;
+  attr_values_.insert(0, xml_attrs_, xml_used_);
+  ReleaseTextBlock(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1);
+  xml_attrs_ = nullptr;
+  xml_used_ = xml_room_ = xml_offset_ = 0;
 }
 
 void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
@@ -103,6 +210,7 @@ void SObject::StoreAttribute(const SStringW& name, const SStringW& value) {
 }
 
 void SObject::StoreAttribute(std::string_view key, std::string_view text) {
+  OwnAttributeText();
   // Names and values are stored up to an embedded NUL, which attribute text never holds.
   key = key.substr(0, key.find('\0'));
   const std::string_view stored = text.substr(0, text.find('\0'));

@@ -4,8 +4,7 @@
 
 #include <pugixml.hpp>
 
-#include <string_view>
-
+#include <cstdint>
 #include <cwchar>
 #include <functional>
 #include <map>
@@ -32,7 +31,11 @@ class SWindow;
 
 class SObject {
  public:
-  virtual ~SObject() = default;
+  SObject() = default;
+  // A copy shares the text kept so far but never writes into its block.
+  SObject(const SObject& other);
+  SObject& operator=(const SObject& other);
+  virtual ~SObject();
 
   static const wchar_t* GetClassName() { return L"object"; }
   static const wchar_t* BaseClassName() { return L""; }
@@ -67,16 +70,39 @@ class SObject {
   void StoreAttribute(std::string_view name, std::string_view value);
 
   // Applies one attribute read from a document and stores the document's
-  // own UTF-8 text for it, instead of converting the wide value back.
-  HRESULT SetXmlAttribute(const SStringW& name, const SStringW& value, pugi::xml_attribute source);
-  // Sizes the stored text once for a document's attributes, before any is stored.
+  // own UTF-8 text for it (key and text, the attribute's name and whole
+  // value), instead of converting the wide value back.
+  HRESULT SetXmlAttribute(const SStringW& name, const SStringW& value, std::string_view key,
+                          std::string_view text);
+  // Sizes the stored text once for a document's attributes, before any is
+  // stored; under a SharedAttrTextScope the room is taken from its blocks.
   void ReserveAttributeText(size_t bytes);
 
  private:
-  // "name\0value\0name\0value\0..." in UTF-8: one allocation per object,
-  // and small, since every window stores every attribute it is given and
-  // few are read back.
+  // Moves the entries kept in a shared block into attr_values_.
+  void OwnAttributeText();
+
+  // Entries are "name\0value\0" in UTF-8, the last of a name winning: every
+  // window stores every attribute it is given and few are read back. Those
+  // a document gave come first, in a block shared with the other objects of
+  // that load (xml_attrs_: no allocation of their own, and two pointers less
+  // than a shared_ptr would take); whatever is stored afterwards, in
+  // attr_values_.
   std::string attr_values_;
+  char* xml_attrs_ = nullptr;  // in a counted block, xml_offset_ bytes into its text
+  uint16_t xml_used_ = 0, xml_room_ = 0, xml_offset_ = 0;
+};
+
+// While one is alive, the attribute text objects keep from documents goes
+// into blocks shared by the objects loaded meanwhile instead of a string of
+// each one's own. The outermost scope opens the blocks; a block lives on
+// while any object using it does.
+class SharedAttrTextScope {
+ public:
+  SharedAttrTextScope();
+  ~SharedAttrTextScope();
+  SharedAttrTextScope(const SharedAttrTextScope&) = delete;
+  SharedAttrTextScope& operator=(const SharedAttrTextScope&) = delete;
 };
 
 // Creates windows by tag. Tags are case-sensitive; a tag written "button.ok"

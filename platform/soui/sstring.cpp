@@ -290,15 +290,7 @@ SStringW& SStringW::TrimRight() {
 
 SStringW& SStringW::Trim() { return TrimRight().TrimLeft(); }
 
-bool IsBlankChar(wchar_t c) {
-  if (c < 0x80) return c == L' ' || (c >= L'\t' && c <= L'\r');
-  return std::iswspace(static_cast<wint_t>(c)) != 0;
-}
-
-void TrimBlanks(const wchar_t*& b, const wchar_t*& e) {
-  while (b < e && IsBlankChar(*b)) ++b;
-  while (e > b && IsBlankChar(e[-1])) --e;
-}
+bool IsWideBlankChar(wchar_t c) { return std::iswspace(static_cast<wint_t>(c)) != 0; }
 
 SStringW& SStringW::Trim(wchar_t ch) {
   size_t b = 0, e = s_.size();

@@ -102,11 +102,19 @@ std::vector<SStringW> SplitString(const SStringW& text, wchar_t sep);
 // Case-insensitive comparison of attribute and element names.
 bool EqualsNoCase(const wchar_t* a, const wchar_t* b);
 
+// White space beyond ASCII, as iswspace says.
+bool IsWideBlankChar(wchar_t c);
 // White space as iswspace says, with ASCII decided without the locale:
 // attribute values are parsed by the thousand.
-bool IsBlankChar(wchar_t c);
+inline bool IsBlankChar(wchar_t c) {
+  if (c < 0x80) return c == L' ' || (c >= L'\t' && c <= L'\r');
+  return IsWideBlankChar(c);
+}
 // Narrows [b, e) to leave out leading and trailing white space.
-void TrimBlanks(const wchar_t*& b, const wchar_t*& e);
+inline void TrimBlanks(const wchar_t*& b, const wchar_t*& e) {
+  while (b < e && IsBlankChar(*b)) ++b;
+  while (e > b && IsBlankChar(e[-1])) --e;
+}
 
 struct SStringNoCaseLess {
   bool operator()(const SStringW& a, const SStringW& b) const { return a.CompareNoCase(b) < 0; }

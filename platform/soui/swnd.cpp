@@ -13,6 +13,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "soui/attr_names.h"
 #include "soui/sapp.h"
 #include "soui/slog.h"
 #include "soui/swnd_internal.h"
@@ -129,12 +130,14 @@ class StdAttrTable {
   // A power of two well above the number of names, so that probes stay short.
   static constexpr size_t kMask = 127;
   static_assert(sizeof(kStdAttrNames) / sizeof(kStdAttrNames[0]) < (kMask + 1) / 2);
+  static_assert(static_cast<int>(StdAttr::Height) < 255, "remembered in a byte per name");
   const StdAttrName* slots_[kMask + 1] = {};
 };
 
 StdAttr LookupStdAttr(const SStringW& name) {
   static const StdAttrTable table;
-  return table.Find(name);
+  static NameMemo memo;
+  return static_cast<StdAttr>(memo.Get(name, [](const SStringW& n) { return static_cast<int>(table.Find(n)); }));
 }
 
 bool IsStyleAttr(StdAttr a) { return a >= StdAttr::ColorText && a <= StdAttr::Cursor; }
@@ -692,7 +695,11 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
     return AfterAttribute(name, value, loading, S_OK);
   }
   if (IsLayoutAttr(attr)) {
-    if (!layout_param_.SetAttribute(name, value)) return E_FAIL;  // logged by the layout loader
+    static constexpr LayoutAttr kLayoutAttrs[] = {LayoutAttr::Pos, LayoutAttr::Offset, LayoutAttr::Size,
+                                                  LayoutAttr::Width, LayoutAttr::Height};
+    static_assert(static_cast<int>(StdAttr::Height) - static_cast<int>(StdAttr::Pos) + 1 == 5);
+    const LayoutAttr which = kLayoutAttrs[static_cast<int>(attr) - static_cast<int>(StdAttr::Pos)];
+    if (!layout_param_.SetAttribute(which, value)) return E_FAIL;  // logged by the layout loader
     RequestRelayout();
     return AfterAttribute(name, value, loading, S_FALSE);
   }
@@ -737,9 +744,11 @@ HRESULT SWindow::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
       SApplication* app = SApplication::getSingletonPtr();
       pugi::xml_node cls = app ? app->GetResProvider().GetClass(value) : pugi::xml_node();
       for (pugi::xml_attribute a = cls.first_attribute(); a; a = a.next_attribute()) {
-        const SStringW n = XmlName(a);
+        SStringW spare;
+        const SStringW& n = InternName(a.name(), &spare);
         // A nested class and the class's own name are not window attributes.
-        if (n.CompareNoCase(L"class") != 0 && n.CompareNoCase(L"name") != 0) SetAttribute(n, XmlValue(a), loading);
+        const StdAttr skip = LookupStdAttr(n);
+        if (skip != StdAttr::Class && skip != StdAttr::Name) SetAttribute(n, XmlValue(a), loading);
       }
       hr = S_OK;
       break;

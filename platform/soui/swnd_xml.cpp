@@ -9,8 +9,10 @@
 #include <deque>
 #include <strings.h>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "soui/attr_names.h"
 #include "soui/sapp.h"
 #include "soui/slog.h"
 
@@ -20,80 +22,77 @@ namespace SOUI {
 
 namespace {
 
-// The value of an attribute (or inner text), at most max_chars characters,
-// into *out; the cut is made on a character boundary.
-void CappedXmlText(const char* utf8, int max_chars, bool* cut, SStringW* out) {
+// The value of an attribute (or inner text) of len bytes, at most max_chars
+// characters, into *out; the cut is made on a character boundary.
+void CappedXmlText(const char* utf8, size_t len, int max_chars, bool* cut, SStringW* out) {
   // No more bytes than the limit: no more characters either.
-  size_t i = std::strlen(utf8);
-  if (i <= static_cast<size_t>(max_chars)) {
-    *cut = false;
-    out->AssignUtf8(utf8, i);
-    return;
+  size_t i = len;
+  if (i > static_cast<size_t>(max_chars)) {
+    i = 0;
+    int chars = 0;
+    for (; i < len; ++i) {
+      if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80 && chars++ == max_chars) break;
+    }
   }
-  i = 0;
-  int chars = 0;
-  for (; utf8[i]; ++i) {
-    if ((static_cast<unsigned char>(utf8[i]) & 0xC0) != 0x80 && chars++ == max_chars) break;
-  }
-  *cut = utf8[i] != 0;
+  *cut = i < len;
   out->AssignUtf8(utf8, i);
 }
 
-// The string each nesting level of ApplyXmlAttributes reads values into, so
-// that most values cost no allocation; a handler that builds windows from
-// XML in turn gets a level of its own.
-class ValueBuffer {
+// What each nesting level of ApplyXmlAttributes reads an element into, kept
+// so that most elements cost no allocation; a handler that builds windows
+// from XML in turn gets a level of its own.
+struct XmlReadLevel {
+  struct Attr {
+    const SStringW* name;  // kept by InternName; null for a name it did not keep
+    const char* key;       // the document's name and value, and their lengths in bytes
+    const char* text;
+    size_t key_len;
+    size_t text_len;
+  };
+  std::vector<Attr> attrs;  // the element's attributes, in document order
+  SStringW value;           // the one being applied
+};
+
+class XmlReadScope {
  public:
-  ValueBuffer() : level_(Depth()++) {
+  XmlReadScope() : level_(Depth()++) {
     if (Levels().size() <= static_cast<size_t>(level_)) Levels().emplace_back();
+    get().attrs.clear();
   }
-  ~ValueBuffer() {
+  ~XmlReadScope() {
     --Depth();
-    // A huge value does not keep its memory.
-    if (get().str().capacity() > 1024) get() = SStringW();
+    // A huge element does not keep its memory.
+    XmlReadLevel& l = get();
+    if (l.value.str().capacity() > 1024) l.value = SStringW();
+    if (l.attrs.capacity() > 64) l.attrs = std::vector<XmlReadLevel::Attr>();
   }
-  ValueBuffer(const ValueBuffer&) = delete;
-  ValueBuffer& operator=(const ValueBuffer&) = delete;
-  SStringW& get() { return Levels()[static_cast<size_t>(level_)]; }
+  XmlReadScope(const XmlReadScope&) = delete;
+  XmlReadScope& operator=(const XmlReadScope&) = delete;
+  XmlReadLevel& get() { return Levels()[static_cast<size_t>(level_)]; }
 
  private:
   static int& Depth() {
     static int depth = 0;
     return depth;
   }
-  static std::deque<SStringW>& Levels() {
-    static std::deque<SStringW> levels;  // a deque: growing keeps the outer levels in place
+  static std::deque<XmlReadLevel>& Levels() {
+    static std::deque<XmlReadLevel> levels;  // a deque: growing keeps the outer levels in place
     return levels;
   }
   const int level_;
 };
 
-// Attribute names and tags repeat throughout a layout: each spelling is
-// widened once and kept, found again by a hash taken while its length is
-// measured. A hostile document cannot grow the table past its cap; later
-// spellings are widened into *spare instead.
-const SStringW& WideName(const char* utf8, SStringW* spare) {
-  constexpr size_t kMaxNames = 512, kMaxNameBytes = 32, kSlots = 1024;  // slots: a power of two
-  struct Entry {
-    std::string utf8;
-    SStringW wide;
-  };
-  static std::vector<Entry> entries;            // never reallocated: references stay valid
-  static std::vector<uint16_t> slots(kSlots);  // index + 1 into entries, 0 when free
-  uint32_t h = 2166136261u;  // FNV-1a
-  size_t len = 0;
-  for (; utf8[len]; ++len) h = (h ^ static_cast<unsigned char>(utf8[len])) * 16777619u;
-  if (len > kMaxNameBytes) return *spare = SStringW::FromUtf8(utf8);
-  size_t i = h & (kSlots - 1);
-  for (; slots[i]; i = (i + 1) & (kSlots - 1)) {
-    const Entry& e = entries[slots[i] - 1u];
-    if (e.utf8.size() == len && std::memcmp(e.utf8.data(), utf8, len) == 0) return e.wide;
-  }
-  if (entries.size() >= kMaxNames) return *spare = SStringW::FromUtf8(utf8);
-  if (entries.empty()) entries.reserve(kMaxNames);
-  entries.push_back(Entry{std::string(utf8, len), SStringW::FromUtf8(utf8)});
-  slots[i] = static_cast<uint16_t>(entries.size());
-  return entries.back().wide;
+// "class" in any ASCII case, as strcasecmp reads it.
+bool IsClassName(const SStringW& name) {
+  static NameMemo memo;
+  return memo.Get(name, [](const SStringW& n) {
+    if (n.GetLength() != 5) return 0;
+    for (int i = 0; i < 5; ++i) {
+      const wchar_t c = n[i];
+      if ((c >= L'A' && c <= L'Z' ? c + 32 : c) != L"class"[i]) return 0;
+    }
+    return 1;
+  }) != 0;
 }
 
 // What the XML build in progress has open: how deeply includes nest and
@@ -134,6 +133,8 @@ SStringW IncludeKey(const SStringW& src) {
 
 BOOL SWindow::InitFromXml(pugi::xml_node node) {
   // Kept lean: it recurses through CreateChildren once per nesting level.
+  // The windows of one document keep their attribute text in shared blocks.
+  const SharedAttrTextScope shared_text;
   {
     // One style copy for the attributes and what OnCreate derives from them.
     StyleBatch batch(this);
@@ -155,39 +156,48 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   layout_param_.Clear();
   // Style attributes edit one private copy, shared once at the end.
   StyleBatch batch(this);
-  // A class is applied before the element's own attributes. The first pass
-  // also sizes the stored text once.
-  auto is_class = [](const char* n) { return (n[0] | 0x20) == 'c' && strcasecmp(n, "class") == 0; };
+  // The first pass finds a class, which is applied before the element's own
+  // attributes, and sizes the stored text once.
+  XmlReadScope scope;
+  XmlReadLevel& read = scope.get();
   size_t bytes = 0;
   bool has_class = false;
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-    const char* n = a.name();
-    has_class = has_class || is_class(n);
-    bytes += std::strlen(n) + std::min(std::strlen(a.value()), static_cast<size_t>(kMaxAttrValueLength)) + 2;
+    SStringW spare;
+    XmlReadLevel::Attr at{nullptr, a.name(), a.value(), 0, 0};
+    const SStringW& name = InternName(at.key, &spare, &at.key_len);
+    if (InternedSlot(name) >= 0) at.name = &name;
+    at.text_len = std::strlen(at.text);
+    read.attrs.push_back(at);
+    has_class = has_class || IsClassName(name);
+    bytes += at.key_len + std::min(at.text_len, static_cast<size_t>(kMaxAttrValueLength)) + 2;
   }
   ReserveAttributeText(bytes);
   for (pugi::xml_attribute a = node.first_attribute(); has_class && a; a = a.next_attribute()) {
-    if (is_class(a.name())) SetAttribute(L"class", XmlValue(a), TRUE);
+    if (strcasecmp(a.name(), "class") == 0) SetAttribute(L"class", XmlValue(a), TRUE);
   }
-  ValueBuffer buffer;
-  SStringW& value = buffer.get();
-  for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
-    if (has_class && is_class(a.name())) continue;
+  // The document's text stays in place while its attributes are applied.
+  SStringW& value = read.value;
+  for (const XmlReadLevel::Attr& at : read.attrs) {
+    SStringW spare;
+    const SStringW& name = at.name ? *at.name : InternName(at.key, &spare);
+    if (has_class && IsClassName(name)) continue;
     bool cut = false;
-    CappedXmlText(a.value(), kMaxAttrValueLength, &cut, &value);
+    CappedXmlText(at.text, at.text_len, kMaxAttrValueLength, &cut, &value);
     if (cut) {
-      SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << XmlName(a)
+      SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': attribute " << name
                              << L" longer than " << kMaxAttrValueLength << L" characters; cut";
     }
-    SStringW spare;
-    const SStringW& name = WideName(a.name(), &spare);
-    const HRESULT hr = SetXmlAttribute(name, value, a);
+    const HRESULT hr = SetXmlAttribute(name, value, std::string_view(at.key, at.key_len),
+                                       std::string_view(at.text, at.text_len));
     if (FAILED(hr)) ReportRejectedAttribute(node, name, value, hr);
   }
   // Non-blank inner text overrides the text attribute.
+  const char* inner_text = node.text().get();
+  if (!*inner_text) return;
   bool cut = false;
   SStringW inner;
-  CappedXmlText(node.text().get(), kMaxWindowTextLength, &cut, &inner);
+  CappedXmlText(inner_text, std::strlen(inner_text), kMaxWindowTextLength, &cut, &inner);
   if (cut) {
     SLOG(kLogWarn, "SOUI") << XmlName(node) << L" name='" << name_ << L"': inner text longer than "
                            << kMaxWindowTextLength << L" characters; cut";
@@ -266,7 +276,7 @@ void SWindow::ReportTooDeep(pugi::xml_node child) {
 SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
   SApplication* app = SApplication::getSingletonPtr();
   SStringW spare;
-  const SStringW& tag = WideName(child.name(), &spare);
+  const SStringW& tag = InternName(child.name(), &spare);
   // "button.ok" creates a button styled with class "button.ok".
   const int dot = tag.Find(L'.');
   SWindow* wnd = dot > 0 ? app->CreateWindowByName(tag.Left(dot)) : app->CreateWindowByName(tag);

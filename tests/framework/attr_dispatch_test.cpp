@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "qvhost/qvlog.h"
+#include "soui/attr_names.h"
 #include "soui/sapp.h"
 
 namespace QVStandardCtrls {
@@ -71,6 +72,22 @@ TEST_P(AttrDispatch, RoutesByTableAdmittedSetOrDrops) {
   EXPECT_EQ(d.GetAttribute(row.attr) == row.value, row.remembered);
   // Only a refused name is a mistake worth a log line.
   EXPECT_EQ(QVLogSinkOf(app_).Contains(L"unknown attribute"), row.result == E_NOTIMPL);
+}
+
+// A name read from a layout is interned and its route remembered after the
+// first time; it must go where the same text given by a host goes.
+TEST_P(AttrDispatch, RoutesAnInternedNameAsTheSameTextFromAHost) {
+  const DispatchRow& row = GetParam();
+  SStringW spare;
+  const SStringW& kept = SOUI::InternName(SStringW(row.attr).ToUtf8().c_str(), &spare);
+  ASSERT_GE(SOUI::InternedSlot(kept), 0);
+  for (int pass = 0; pass < 2; ++pass) {
+    Dispatching d;
+    EXPECT_EQ(d.SetAttribute(kept, row.value, FALSE), row.result);
+    EXPECT_EQ(static_cast<int>(d.handled.size()), row.handler_calls);
+    EXPECT_EQ(!d.reached.empty(), row.reaches_base);
+    EXPECT_EQ(d.GetAttribute(row.attr) == row.value, row.remembered);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(

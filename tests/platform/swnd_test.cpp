@@ -71,6 +71,43 @@ TEST(SWindowAttributesTest, AnAttributeGivenTwiceInALayoutKeepsTheLastValueWhich
   EXPECT_EQ(w->GetAttribute(L"data"), L"one");
 }
 
+// What windows keep of a layout's text is shared by the windows of that
+// load: a window outlives the others and still answers, and a later value
+// replaces one the layout gave, leaving the rest.
+TEST(SWindowAttributesTest, KeptLayoutTextOutlivesTheOtherWindowsAndTakesLaterValues) {
+  SApplication app;
+  SHostWnd host;
+  ASSERT_TRUE(host.InitFromXmlText(L"<SOUI><root>"
+                                   L"<window name='a' alpha='10' data='first'/>"
+                                   L"<window name='b' data='second' tip='t'/>"
+                                   L"<window name='c' class='no-such-class' data='third'/>"
+                                   L"<window name='d' data='腾讯' alpha='5'/>"
+                                   L"</root></SOUI>"));
+  SWindow* root = host.GetRoot();
+  SWindow* a = root->FindChildByName(L"a");
+  ASSERT_NE(a, nullptr);
+  EXPECT_EQ(a->SetAttribute(L"DATA", L"changed", FALSE), S_FALSE);
+  EXPECT_EQ(a->GetAttribute(L"data"), L"changed");
+  EXPECT_EQ(a->GetAttribute(L"alpha"), L"10");
+  EXPECT_EQ(a->GetAttribute(L"name"), L"a");
+  EXPECT_EQ(root->FindChildByName(L"c")->GetAttribute(L"data"), L"third");
+  EXPECT_EQ(root->FindChildByName(L"d")->GetAttribute(L"data"), L"腾讯");
+  EXPECT_EQ(root->FindChildByName(L"d")->GetAttribute(L"alpha"), L"5");
+  // The others go, and another load comes; b still reads its text.
+  root->DestroyChild(a);
+  root->DestroyChild(root->FindChildByName(L"c"));
+  root->DestroyChild(root->FindChildByName(L"d"));
+  SHostWnd other;
+  ASSERT_TRUE(other.InitFromXmlText(L"<SOUI><root><window name='b' data='other' tip='x'/></root></SOUI>"));
+  SWindow* b = root->FindChildByName(L"b");
+  ASSERT_NE(b, nullptr);
+  EXPECT_EQ(b->GetAttribute(L"data"), L"second");
+  EXPECT_EQ(b->GetAttribute(L"tip"), L"t");
+  EXPECT_EQ(b->SetAttribute(L"tip", L"u", FALSE), S_FALSE);
+  EXPECT_EQ(b->GetAttribute(L"tip"), L"u");
+  EXPECT_EQ(b->GetAttribute(L"name"), L"b");
+}
+
 // Windows whose styles come out the same share one; changing one window's
 // style never reaches another, and a rejected value changes nothing.
 TEST_F(SWindowTest, EqualStylesAreSharedAndChangesStayWithTheirWindow) {
