@@ -6,6 +6,7 @@
 #include <climits>
 #include <cmath>
 #include <cwchar>
+#include <string>
 #include <vector>
 
 #include "soui/swnd.h"
@@ -266,16 +267,33 @@ bool SouiLayoutParam::SetAttribute(LayoutAttr attr, const SStringW& value) {
 }
 
 bool SouiLayoutParam::ParsePos(const SStringW& value) {
-  const int commas = CountOf(value, L',');
-  if (commas != 1 && commas != 3) return false;  // before splitting: text may be huge
+  // A list gives every row the same pos: the last one read is kept, parsed.
+  struct Last {
+    std::wstring text;
+    PosItem items[4];
+    int count = 0;
+  };
+  static Last last;
   PosItem items[4];
-  const wchar_t* b = value.c_str();
-  const wchar_t* const end = b + value.GetLength();
   int count = 0;
-  for (; count <= commas; ++count) {
-    const wchar_t* e = std::find(b, end, L',');
-    if (!ParsePosItem(b, e, count >= 2, &items[count])) return false;
-    b = e + (e < end ? 1 : 0);
+  if (!last.text.empty() && last.text == value.str()) {
+    count = last.count;
+    std::copy(last.items, last.items + 4, items);
+  } else {
+    const int commas = CountOf(value, L',');
+    if (commas != 1 && commas != 3) return false;  // before splitting: text may be huge
+    const wchar_t* b = value.c_str();
+    const wchar_t* const end = b + value.GetLength();
+    for (; count <= commas; ++count) {
+      const wchar_t* e = std::find(b, end, L',');
+      if (!ParsePosItem(b, e, count >= 2, &items[count])) return false;
+      b = e + (e < end ? 1 : 0);
+    }
+    if (value.GetLength() <= 64) {
+      last.text = value.str();
+      last.count = count;
+      std::copy(items, items + 4, last.items);
+    }
   }
   pos_count_ = count;
   for (int i = 0; i < 4; ++i) pos_[i] = i < pos_count_ ? items[i] : PosItem();
