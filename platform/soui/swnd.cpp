@@ -386,7 +386,10 @@ BOOL SWindow::RemoveChild(SWindow* child) {
   child->parent_ = child->prev_sibling_ = child->next_sibling_ = nullptr;
   child->SetDepth(0);
   --child_count_;
-  if (container_) container_->OnSwndDestroyed(child);  // drop capture/hover/focus on it
+  // A window out of the tree belongs to no host: the host lets go of
+  // capture, hover, focus and timers in the subtree, and nothing in it
+  // reaches the host later (the host may be gone by the time it is deleted).
+  child->SetContainer(nullptr);
   ++g_inherit_epoch;
   RequestRelayout();
   Invalidate();

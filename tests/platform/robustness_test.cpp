@@ -222,6 +222,25 @@ TEST_F(RobustnessTest, InsertChildRefusesToGoDeeperThanTheLimit) {
   EXPECT_EQ(2, pair->GetWindow(GSW_FIRSTCHILD)->GetDepth());
 }
 
+TEST_F(RobustnessTest, AWindowTakenOutOfTheTreeOutlivesItsHost) {
+  // Taken out with the capture, hover and a timer on it, the subtree leaves
+  // the host with nothing pointing either way; deleting it after the host
+  // is gone touches no host.
+  CreateHostWithChildren(L"<window name='box' pos='0,0,100,100'><window name='inner' pos='0,0,50,50'/></window>");
+  SWindow* box = Find(L"box");
+  SWindow* inner = Find(L"inner");
+  gen().MoveMouseTo(CPoint(10, 10));
+  gen().PressLeftButton();
+  inner->SetCapture();
+  inner->SetTimer(1, 10);
+  ASSERT_TRUE(host()->GetRoot()->RemoveChild(box));
+  EXPECT_EQ(nullptr, host()->GetCapture());
+  EXPECT_EQ(nullptr, host()->GetHover());
+  EXPECT_EQ(nullptr, inner->GetContainer());
+  host_.reset();
+  delete box;
+}
+
 // ---- measuring once a pass ----------------------------------------------------------
 
 TEST_F(RobustnessTest, NestedWrapWindowsAreMeasuredOncePerPass) {
