@@ -108,14 +108,19 @@ bool ParseSizeRange(const wchar_t* b, const wchar_t* e, SLayoutSize* out) {
 // A size in pixels at a zoom of scale percent: dp-like units round half up,
 // px truncates. Layout converts a few numbers per child, most of them whole.
 int PixelsOf(float value, LayoutUnit unit, int scale) {
-  if (unit == LayoutUnit::Px) return ClampCoord(value);
-  if (value >= 0.f && value <= SLayoutSize::kMaxValue && scale >= 0 &&
-      value == static_cast<float>(static_cast<int>(value))) {
-    // Whole numbers in integers: the same floor(v*scale/100+0.5) the double
-    // form gives, as v*scale is exact and n.5 is exact in binary.
-    const long long k = static_cast<long long>(value) * scale;
-    return static_cast<int>(std::min<long long>((k + 50) / 100, kMaxCoord));
+  if (value >= 0.f && value <= SLayoutSize::kMaxValue) {
+    const int whole = static_cast<int>(value);
+    if (static_cast<float>(whole) == value) {
+      if (unit == LayoutUnit::Px || scale == 100) return whole;
+      // In integers: v*scale is exact, and so is n.5 in binary, so this is
+      // the floor(v*scale/100+0.5) below.
+      if (scale >= 0) {
+        const long long k = static_cast<long long>(whole) * scale;
+        return static_cast<int>(std::min<long long>((k + 50) / 100, kMaxCoord));
+      }
+    }
   }
+  if (unit == LayoutUnit::Px) return ClampCoord(value);
   return ClampCoord(std::floor(static_cast<double>(value) * scale / 100.0 + 0.5));
 }
 
@@ -464,7 +469,8 @@ class Resolver {
         progress |= Step(i, kX);
         progress |= Step(i, kY);
       }
-      if (!progress && pending_ > 0) Unstick();
+      // Nothing left to pin means every edge is known after all.
+      if (!progress && pending_ > 0 && !Unstick()) return;
     }
   }
 
@@ -617,8 +623,8 @@ class Resolver {
   // Nothing moved but edges are missing: the children wait on each other.
   // Pin the first such child, in document order, so the rest can go on:
   // unknown near edges go to 0; failing that, unknown far edges collapse
-  // onto the near edge.
-  void Unstick() {
+  // onto the near edge. False when no edge is missing.
+  bool Unstick() {
     for (Slot& s : slots_) {
       bool pinned = false;
       for (int a = 0; a < 2; ++a) {
@@ -628,7 +634,7 @@ class Resolver {
           pinned = true;
         }
       }
-      if (pinned) return;
+      if (pinned) return true;
       for (int a = 0; a < 2; ++a) {
         if (s.edge[a][kFar] == kUnknown) {
           s.edge[a][kFar] = s.edge[a][kNear];
@@ -636,8 +642,9 @@ class Resolver {
           pinned = true;
         }
       }
-      if (pinned) return;
+      if (pinned) return true;
     }
+    return false;
   }
 
   int avail_[2];
