@@ -442,8 +442,8 @@ class Resolver {
   // width/height: the parent's layout size; negative for a wrap axis.
   Resolver(SWindow* parent, int width, int height) : avail_{width, height} {
     slots_.reserve(parent->GetChildrenCount());
-    // Children sharing the parent's container share its zoom: one read
-    // rather than a virtual call per child.
+    // Children in the parent's container share its zoom: one read rather
+    // than a call through the container per child.
     const ISwndContainer* container = parent->GetContainer();
     const int parent_scale = parent->GetScale();
     for (SWindow* c = parent->GetNextLayoutChild(nullptr); c; c = parent->GetNextLayoutChild(c)) {
@@ -590,8 +590,7 @@ class Resolver {
         if (v == kParent) {
           // Tied to the far side of a wrap parent: size to content and keep
           // the gap as room the parent must leave.
-          v = have_near ? ClampSum(edge[kNear], DesiredSize(i, axis))
-                        : kWait;
+          v = have_near ? ClampSum(edge[kNear], DesiredSize(i, axis)) : kWait;
         }
         if (v != kWait && item.ref == PosItem::Normal && item.minus) {
           s.extra[axis] += PixelsOf(item.value, item.unit, s.scale);
