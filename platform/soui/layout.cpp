@@ -26,6 +26,12 @@ int ClampCoord(double v) {
   return static_cast<int>(v);
 }
 
+// a + b in the same bounds; ints need no trip through double.
+int ClampSum(int a, int b) {
+  const long long v = static_cast<long long>(a) + b;
+  return static_cast<int>(std::min<long long>(std::max<long long>(v, -kMaxCoord), kMaxCoord));
+}
+
 wchar_t LowerAscii(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c; }
 
 // Strict decimal: [-]digits[.digits] filling all of [b, e), at least one
@@ -99,6 +105,25 @@ bool ParseSizeRange(const wchar_t* b, const wchar_t* e, SLayoutSize* out) {
   return true;
 }
 
+// A size in pixels at a zoom of scale percent: dp-like units round half up,
+// px truncates. Layout converts a few numbers per child, most of them whole.
+int PixelsOf(float value, LayoutUnit unit, int scale) {
+  if (value >= 0.f && value <= SLayoutSize::kMaxValue) {
+    const int whole = static_cast<int>(value);
+    if (static_cast<float>(whole) == value) {
+      if (unit == LayoutUnit::Px || scale == 100) return whole;
+      // In integers: v*scale is exact, and so is n.5 in binary, so this is
+      // the floor(v*scale/100+0.5) below.
+      if (scale >= 0) {
+        const long long k = static_cast<long long>(whole) * scale;
+        return static_cast<int>(std::min<long long>((k + 50) / 100, kMaxCoord));
+      }
+    }
+  }
+  if (unit == LayoutUnit::Px) return ClampCoord(value);
+  return ClampCoord(std::floor(static_cast<double>(value) * scale / 100.0 + 0.5));
+}
+
 const wchar_t* UnitName(LayoutUnit u) {
   switch (u) {
     case LayoutUnit::Dp: return L"dp";
@@ -125,8 +150,7 @@ SLayoutSize SLayoutSize::Parse(const SStringW& text) {
 
 int SLayoutSize::toPixelSize(int scale) const {
   if (isWrapContent() || isMatchParent()) return static_cast<int>(value_);
-  if (unit_ == LayoutUnit::Px) return ClampCoord(value_);
-  return ClampCoord(std::floor(static_cast<double>(value_) * scale / 100.0 + 0.5));
+  return PixelsOf(value_, unit_, scale);
 }
 
 SStringW SLayoutSize::toString() const {
@@ -418,29 +442,35 @@ class Resolver {
   // width/height: the parent's layout size; negative for a wrap axis.
   Resolver(SWindow* parent, int width, int height) : avail_{width, height} {
     slots_.reserve(parent->GetChildrenCount());
+    // Children in the parent's container share its zoom: one read rather
+    // than a call through the container per child.
+    const ISwndContainer* container = parent->GetContainer();
+    const int parent_scale = parent->GetScale();
     for (SWindow* c = parent->GetNextLayoutChild(nullptr); c; c = parent->GetNextLayoutChild(c)) {
-      Slot s;
+      slots_.emplace_back();
+      Slot& s = slots_.back();
       s.wnd = c;
       s.lp = c->GetLayoutParam();
-      s.scale = c->GetScale();
+      s.scale = c->GetContainer() == container ? parent_scale : c->GetScale();
       s.offset_pending[kX] = s.lp->OffsetX() != 0.f;
       s.offset_pending[kY] = s.lp->OffsetY() != 0.f;
-      slots_.push_back(s);
+      pending_ += 4 + s.offset_pending[kX] + s.offset_pending[kY];
     }
   }
 
   void Run() {
     // Each round either resolves an edge or applies an offset (a sweep with
     // progress), or pins one edge (Unstick), so it ends within 6 rounds per
-    // child.
-    for (;;) {
+    // child. Children that depend only on the parent and earlier siblings,
+    // the usual page, settle in the first sweep.
+    while (pending_ > 0) {
       bool progress = false;
       for (size_t i = 0; i < slots_.size(); ++i) {
         progress |= Step(i, kX);
         progress |= Step(i, kY);
       }
-      if (Done()) return;
-      if (!progress) Unstick();
+      // Nothing left to pin means every edge is known after all.
+      if (!progress && pending_ > 0 && !Unstick()) return;
     }
   }
 
@@ -448,17 +478,6 @@ class Resolver {
 
  private:
   bool Known(int axis) const { return avail_[axis] >= 0; }
-
-  bool Done() const {
-    for (const Slot& s : slots_) {
-      for (int a = 0; a < 2; ++a) {
-        if (s.edge[a][kNear] == kUnknown || s.edge[a][kFar] == kUnknown || s.offset_pending[a]) {
-          return false;
-        }
-      }
-    }
-    return true;
-  }
 
   // An edge of a sibling as others may see it.
   int Published(size_t j, int axis, int side) const {
@@ -469,17 +488,17 @@ class Resolver {
 
   // The value of one pos item for child i, or kWait / kParent.
   int ItemValue(size_t i, int axis, const PosItem& item) const {
-    const int n = item.offset().toPixelSize(slots_[i].scale);
+    const int n = PixelsOf(item.value, item.unit, slots_[i].scale);
     const int signed_n = item.minus ? -n : n;
     int base = 0;
     switch (item.ref) {
       case PosItem::Normal:
         if (!item.minus) return n;
         if (!Known(axis)) return kParent;
-        return ClampCoord(static_cast<double>(avail_[axis]) - n);
+        return ClampSum(avail_[axis], -n);
       case PosItem::Center:
         if (!Known(axis)) return kParent;
-        return ClampCoord(avail_[axis] / 2 + static_cast<double>(signed_n));
+        return ClampSum(avail_[axis] / 2, signed_n);
       case PosItem::Percent: {
         if (!Known(axis)) return kParent;
         double pct = std::min(std::max(static_cast<double>(item.offset().fSize()), 0.0), 100.0);
@@ -493,7 +512,7 @@ class Resolver {
           base = Published(i - 1, axis, item.ref == PosItem::PrevNear ? kFar : kNear);
           if (base == kWait) return kWait;
         }
-        return ClampCoord(static_cast<double>(base) + signed_n);
+        return ClampSum(base, signed_n);
       case PosItem::NextNear:
       case PosItem::NextFar:
         // No next sibling: measured from the parent's far edge.
@@ -504,7 +523,7 @@ class Resolver {
           if (!Known(axis)) return kParent;
           base = avail_[axis];
         }
-        return ClampCoord(static_cast<double>(base) + signed_n);
+        return ClampSum(base, signed_n);
       case PosItem::Size:
         break;  // never an edge; SizeModeOf handles it
     }
@@ -515,8 +534,9 @@ class Resolver {
 
   int FixedSize(const Slot& s, int axis) const {
     const Orientation o = OrientationOf(axis);
-    if (s.lp->IsSpecifiedSize(o)) return s.lp->GetSpecifiedSize(o).toPixelSize(s.scale);
-    return s.lp->Pos(2 + axis).offset().toPixelSize(s.scale);
+    const SLayoutSize size =
+        s.lp->IsSpecifiedSize(o) ? s.lp->GetSpecifiedSize(o) : s.lp->Pos(2 + axis).offset();
+    return PixelsOf(size.fSize(), size.unit(), s.scale);
   }
 
   int DesiredSize(size_t i, int axis) {
@@ -544,10 +564,12 @@ class Resolver {
       if (v == kParent) {
         edge[kNear] = 0;
         s.parent_anchored[axis] = true;
-        if (item.ref == PosItem::Normal) s.extra[axis] += item.offset().toPixelSize(s.scale);
-        changed = true;
+        if (item.ref == PosItem::Normal) s.extra[axis] += PixelsOf(item.value, item.unit, s.scale);
       } else if (v != kWait) {
         edge[kNear] = v;
+      }
+      if (edge[kNear] != kUnknown) {
+        --pending_;
         changed = true;
       }
     }
@@ -559,24 +581,24 @@ class Resolver {
       if (mode == SizeMode::Match) {
         v = avail_[axis];
       } else if (mode == SizeMode::Fixed && have_near) {
-        v = ClampCoord(static_cast<double>(edge[kNear]) + FixedSize(s, axis));
+        v = ClampSum(edge[kNear], FixedSize(s, axis));
       } else if (mode == SizeMode::Content && have_near) {
-        v = ClampCoord(static_cast<double>(edge[kNear]) + DesiredSize(i, axis));
+        v = ClampSum(edge[kNear], DesiredSize(i, axis));
       } else if (mode == SizeMode::Edge) {
         const PosItem& item = s.lp->Pos(2 + axis);
         v = ItemValue(i, axis, item);
         if (v == kParent) {
           // Tied to the far side of a wrap parent: size to content and keep
           // the gap as room the parent must leave.
-          v = have_near ? ClampCoord(static_cast<double>(edge[kNear]) + DesiredSize(i, axis))
-                        : kWait;
+          v = have_near ? ClampSum(edge[kNear], DesiredSize(i, axis)) : kWait;
         }
         if (v != kWait && item.ref == PosItem::Normal && item.minus) {
-          s.extra[axis] += item.offset().toPixelSize(s.scale);
+          s.extra[axis] += PixelsOf(item.value, item.unit, s.scale);
         }
       }
       if (v != kWait) {
         edge[kFar] = v;
+        --pending_;
         changed = true;
       }
     }
@@ -587,10 +609,11 @@ class Resolver {
         // Truncated, as the toolkit's int cast does: -0.5 of 41 is -20.
         const int shift =
             ClampCoord(static_cast<double>(f) * (static_cast<double>(edge[kFar]) - edge[kNear]));
-        edge[kNear] = ClampCoord(static_cast<double>(edge[kNear]) + shift);
-        edge[kFar] = ClampCoord(static_cast<double>(edge[kFar]) + shift);
+        edge[kNear] = ClampSum(edge[kNear], shift);
+        edge[kFar] = ClampSum(edge[kFar], shift);
       }
       s.offset_pending[axis] = false;
+      --pending_;
       changed = true;
     }
     return changed;
@@ -599,28 +622,33 @@ class Resolver {
   // Nothing moved but edges are missing: the children wait on each other.
   // Pin the first such child, in document order, so the rest can go on:
   // unknown near edges go to 0; failing that, unknown far edges collapse
-  // onto the near edge.
-  void Unstick() {
+  // onto the near edge. False when no edge is missing.
+  bool Unstick() {
     for (Slot& s : slots_) {
       bool pinned = false;
       for (int a = 0; a < 2; ++a) {
         if (s.edge[a][kNear] == kUnknown) {
           s.edge[a][kNear] = 0;
+          --pending_;
           pinned = true;
         }
       }
-      if (pinned) return;
+      if (pinned) return true;
       for (int a = 0; a < 2; ++a) {
         if (s.edge[a][kFar] == kUnknown) {
           s.edge[a][kFar] = s.edge[a][kNear];
+          --pending_;
           pinned = true;
         }
       }
-      if (pinned) return;
+      if (pinned) return true;
     }
+    return false;
   }
 
   int avail_[2];
+  // Edges still unknown plus offsets not yet applied, over all children.
+  int pending_ = 0;
   std::vector<Slot> slots_;
 };
 
@@ -630,7 +658,7 @@ class Resolver {
 
 void SouiLayout::LayoutChildren(SWindow* parent) {
   // Most windows of a large view are leaves: nothing to place.
-  if (!parent || !parent->GetWindow(GSW_FIRSTCHILD)) return;
+  if (!parent || parent->GetChildrenCount() == 0) return;
   const CRect area = parent->GetChildrenLayoutRect();
   Resolver resolver(parent, std::max(0, area.Width()), std::max(0, area.Height()));
   resolver.Run();
@@ -647,7 +675,7 @@ void SouiLayout::LayoutChildren(SWindow* parent) {
 
 CSize SouiLayout::MeasureChildren(SWindow* parent, int width, int height) {
   CSize extent;
-  if (!parent || !parent->GetWindow(GSW_FIRSTCHILD)) return extent;
+  if (!parent || parent->GetChildrenCount() == 0) return extent;
   Resolver resolver(parent, width < 0 ? -1 : width, height < 0 ? -1 : height);
   resolver.Run();
   for (const Resolver::Slot& s : resolver.slots()) {

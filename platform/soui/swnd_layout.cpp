@@ -75,8 +75,9 @@ CSize SWindow::GetDesiredSize(int width, int height) {
   const int avail[2] = {width, height};
   int* out[2] = {&size.cx, &size.cy};
   for (int i = 0; i < 2; ++i) {
-    if (layout_param_.IsSpecifiedSize(axes[i])) *out[i] = layout_param_.GetSpecifiedSize(axes[i]).toPixelSize(scale);
-    else if (layout_param_.IsMatchParent(axes[i]) && avail[i] >= 0) *out[i] = avail[i];
+    const SLayoutSize spec = layout_param_.GetSpecifiedSize(axes[i]);
+    if (spec.fSize() >= 0) *out[i] = spec.toPixelSize(scale);
+    else if (spec.isMatchParent() && avail[i] >= 0) *out[i] = avail[i];
   }
   if (size.cx >= 0 && size.cy >= 0) return size;
 
@@ -194,7 +195,8 @@ void SWindow::UpdateChildrenPosition() { SouiLayout::LayoutChildren(this); }
 void SWindow::OnRelayout(const CRect& rc) {
   if (rc == rect_) return;
   const bool resized = rc.Width() != rect_.Width() || rc.Height() != rect_.Height();
-  Invalidate();
+  // A window placed for the first time has nothing on screen to clear.
+  if (!rect_.IsRectEmpty()) Invalidate();
   // Children are in host coordinates: a move shifts them along.
   const int dx = rc.left - rect_.left, dy = rc.top - rect_.top;
   if (dx || dy) {
