@@ -46,6 +46,9 @@ struct TextBlock {
 
 TextBlock* NewTextBlock(size_t size) { return new (::operator new(sizeof(TextBlock) + size)) TextBlock{1}; }
 
+// The block holding an object's text, which starts offset bytes into it.
+TextBlock* BlockOf(char* text, size_t offset) { return reinterpret_cast<TextBlock*>(text - offset) - 1; }
+
 void ReleaseTextBlock(TextBlock* block) {
   if (block && --block->refs == 0) ::operator delete(block);
 }
@@ -100,7 +103,7 @@ SObject::SObject(const SObject& other)
       xml_used_(other.xml_used_),
       xml_room_(other.xml_used_),
       xml_offset_(other.xml_offset_) {
-  if (xml_attrs_) ++(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1)->refs;
+  if (xml_attrs_) ++BlockOf(xml_attrs_, xml_offset_)->refs;
 }
 
 SObject& SObject::operator=(const SObject& other) {
@@ -115,7 +118,7 @@ SObject& SObject::operator=(const SObject& other) {
 }
 
 SObject::~SObject() {
-  if (xml_attrs_) ReleaseTextBlock(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1);
+  if (xml_attrs_) ReleaseTextBlock(BlockOf(xml_attrs_, xml_offset_));
 }
 
 SStringW SObject::GetAttribute(const SStringW& name) const {
@@ -200,7 +203,7 @@ void SObject::ReserveAttributeText(size_t bytes) {
 void SObject::OwnAttributeText() {
   if (!xml_attrs_) return;
   attr_values_.insert(0, xml_attrs_, xml_used_);
-  ReleaseTextBlock(reinterpret_cast<TextBlock*>(xml_attrs_ - xml_offset_) - 1);
+  ReleaseTextBlock(BlockOf(xml_attrs_, xml_offset_));
   xml_attrs_ = nullptr;
   xml_used_ = xml_room_ = xml_offset_ = 0;
 }

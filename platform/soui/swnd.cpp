@@ -466,7 +466,8 @@ void SWindow::LogChildNotFound(const wchar_t* cls, const SStringW& name) const {
 void SWindow::SetContainer(ISwndContainer* container) {
   auto set = [container](SWindow* w) {
     ISwndContainer* old = w->container_;
-    if (old && old != container) old->OnSwndDestroyed(w);
+    // A window being destroyed has told its host already (DispatchDestroy).
+    if (old && old != container && !w->destroying_) old->OnSwndDestroyed(w);
     w->container_ = container;
     if (old != container) w->OnContainerChanged(old);
   };

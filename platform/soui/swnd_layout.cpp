@@ -75,9 +75,9 @@ CSize SWindow::GetDesiredSize(int width, int height) {
   const int avail[2] = {width, height};
   int* out[2] = {&size.cx, &size.cy};
   for (int i = 0; i < 2; ++i) {
-    const SLayoutSize spec = layout_param_.GetSpecifiedSize(axes[i]);
-    if (spec.fSize() >= 0) *out[i] = spec.toPixelSize(scale);
-    else if (spec.isMatchParent() && avail[i] >= 0) *out[i] = avail[i];
+    const SLayoutSize given = layout_param_.GetSpecifiedSize(axes[i]);
+    if (given.fSize() >= 0) *out[i] = given.toPixelSize(scale);
+    else if (given.isMatchParent() && avail[i] >= 0) *out[i] = avail[i];
   }
   if (size.cx >= 0 && size.cy >= 0) return size;
 
