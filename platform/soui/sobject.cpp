@@ -74,7 +74,8 @@ char* TakeSharedText(size_t n) {
   if (b.scopes == 0 || n == 0 || n > AttrTextBlocks::kLargest / 4) return nullptr;
   if (b.size - b.used < n) {
     ReleaseTextBlock(b.block);
-    b.size = b.next_size;
+    // A text larger than the next step gets a block of its size.
+    b.size = std::max(b.next_size, n);
     b.next_size = std::min(b.next_size * 2, AttrTextBlocks::kLargest);
     b.block = NewTextBlock(b.size);
     b.used = 0;

@@ -108,6 +108,21 @@ TEST(SWindowAttributesTest, KeptLayoutTextOutlivesTheOtherWindowsAndTakesLaterVa
   EXPECT_EQ(b->GetAttribute(L"name"), L"b");
 }
 
+// A window whose kept text is larger than the first shared block (and one
+// after it, in a block of its own) keeps every byte of it.
+TEST(SWindowAttributesTest, KeptLayoutTextLargerThanASharedBlockIsKeptWhole) {
+  SApplication app;
+  SHostWnd host;
+  const SStringW long_value(std::wstring(1500, L'x').c_str());
+  const SStringW longer_value(std::wstring(3000, L'y').c_str());
+  ASSERT_TRUE(host.InitFromXmlText(L"<SOUI><root><window name='a' data='" + long_value +
+                                   L"'/><window name='b' data='" + longer_value + L"' tip='t'/></root></SOUI>"));
+  SWindow* root = host.GetRoot();
+  EXPECT_EQ(root->FindChildByName(L"a")->GetAttribute(L"data"), long_value);
+  EXPECT_EQ(root->FindChildByName(L"b")->GetAttribute(L"data"), longer_value);
+  EXPECT_EQ(root->FindChildByName(L"b")->GetAttribute(L"tip"), L"t");
+}
+
 // Windows whose styles come out the same share one; changing one window's
 // style never reaches another, and a rejected value changes nothing.
 TEST_F(SWindowTest, EqualStylesAreSharedAndChangesStayWithTheirWindow) {
