@@ -21,6 +21,25 @@ constexpr int kMaxInternedNames = 512;
 // reads as "".
 const SStringW& InternName(const char* utf8, SStringW* spare, size_t* bytes = nullptr);
 
+// InternName for names met in the same order again and again (the
+// attributes of a layout's elements, position by position): a place
+// remembers the name it saw last, and a repeat is recognised by comparing
+// bytes with it instead of hashing. Places are 0 .. kPlaces - 1; any other
+// place interns as usual.
+class RecentNames {
+ public:
+  static constexpr size_t kPlaces = 8;
+  const SStringW& Intern(size_t place, const char* utf8, SStringW* spare, size_t* bytes);
+
+ private:
+  struct Seen {
+    const SStringW* name = nullptr;  // interned; null while nothing is seen
+    size_t len = 0;
+    char text[33] = {};
+  };
+  Seen seen_[kPlaces];
+};
+
 namespace internal {
 // Where the kept names are: an array that is never moved, and its size in bytes.
 extern const SStringW* g_interned;

@@ -1,6 +1,8 @@
 #include "soui/sstring.h"
 
 #include <cstdarg>
+#include <cstdint>
+#include <cstring>
 #include <cwchar>
 #include <cwctype>
 
@@ -84,17 +86,23 @@ SStringW SStringW::FromUtf8(const char* utf8) {
 
 SStringW& SStringW::AssignUtf8(const char* utf8, size_t len) {
   if (!utf8) len = 0;
-  // Widened in place while it stays ASCII; decoded anew otherwise.
+  // ASCII, checked eight bytes at a time, is widened in place by a loop the
+  // compiler vectorises; anything else is decoded.
+  uint64_t high = 0;
+  size_t i = 0;
+  for (; i + 8 <= len; i += 8) {
+    uint64_t word;
+    std::memcpy(&word, utf8 + i, 8);
+    high |= word;
+  }
+  for (; i < len; ++i) high |= static_cast<unsigned char>(utf8[i]);
+  if (high & 0x8080808080808080ull) {
+    s_ = FromUtf8(std::string(utf8, len)).s_;
+    return *this;
+  }
   s_.resize(len);
   wchar_t* out = s_.data();
-  for (size_t i = 0; i < len; ++i) {
-    const unsigned char c = static_cast<unsigned char>(utf8[i]);
-    if (c >= 0x80) {
-      s_ = FromUtf8(std::string(utf8, len)).s_;
-      break;
-    }
-    out[i] = static_cast<wchar_t>(c);
-  }
+  for (i = 0; i < len; ++i) out[i] = static_cast<wchar_t>(static_cast<unsigned char>(utf8[i]));
   return *this;
 }
 

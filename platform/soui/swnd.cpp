@@ -469,7 +469,10 @@ void SWindow::SetContainer(ISwndContainer* container) {
     // A window being destroyed has told its host already (DispatchDestroy).
     if (old && old != container && !w->destroying_) old->OnSwndDestroyed(w);
     w->container_ = container;
-    if (old != container) w->OnContainerChanged(old);
+    if (old != container) {
+      w->rect_invalidated_ = false;  // what it made dirty was in another host, or none
+      w->OnContainerChanged(old);
+    }
   };
   set(this);
   ForEachDescendant(this, set);

@@ -523,6 +523,11 @@ class SWindow : public SObject {
   bool placing_children_ = false;
   // rare_->max_width applies: measuring asks without loading rare_.
   bool has_max_width_ = false;
+  // Placed since its children were last placed, and its whole rect made
+  // dirty then: a child placed inside that rect has nothing more to make
+  // dirty. Every layout pass visits every window before anything is painted,
+  // so the flag never outlives the dirty area it stands for.
+  bool rect_invalidated_ = false;
 
  protected:
   CRect rect_;
@@ -588,7 +593,9 @@ class SWindow : public SObject {
   // One log line per place (class, name, attribute) for an attribute of the
   // layout that the window does not know or whose value it refused.
   void ReportRejectedAttribute(pugi::xml_node node, const SStringW& name, const SStringW& value, HRESULT hr);
-  [[gnu::noinline]] SWindow* CreateWindowFromXml(pugi::xml_node child);
+  // The window an element names, inserted as a child; null with *include
+  // set for an include, which CreateIncludeFromXml expands.
+  [[gnu::noinline]] SWindow* CreateWindowFromXml(pugi::xml_node child, bool* include);
   [[gnu::noinline]] SWindow* CreateIncludeFromXml(pugi::xml_node child);
   [[gnu::noinline]] static void ReportTooDeep(pugi::xml_node child);
   void UpdateLayoutTree();

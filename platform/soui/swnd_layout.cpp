@@ -183,6 +183,7 @@ void SWindow::UpdateLayoutTree() {
     placing_children_ = true;
     UpdateChildrenPosition();
     placing_children_ = false;
+    rect_invalidated_ = false;
   }
   for (SWindow* c = first_child_; c; c = c->next_sibling_) {
     if (c->next_sibling_) c->next_sibling_->PrefetchPassData();
@@ -195,8 +196,12 @@ void SWindow::UpdateChildrenPosition() { SouiLayout::LayoutChildren(this); }
 void SWindow::OnRelayout(const CRect& rc) {
   if (rc == rect_) return;
   const bool resized = rc.Width() != rect_.Width() || rc.Height() != rect_.Height();
+  // What a parent placed in this pass made dirty needs nothing more.
+  const auto covered = [this](const CRect& r) {
+    return parent_ && parent_->rect_invalidated_ && (r & parent_->rect_) == r;
+  };
   // A window placed for the first time has nothing on screen to clear.
-  if (!rect_.IsRectEmpty()) Invalidate();
+  if (!rect_.IsRectEmpty() && !covered(rect_)) Invalidate();
   // Children are in host coordinates: a move shifts them along.
   const int dx = rc.left - rect_.left, dy = rc.top - rect_.top;
   if (dx || dy) {
@@ -211,7 +216,8 @@ void SWindow::OnRelayout(const CRect& rc) {
     evt.szWnd = CSize(rc.Width(), rc.Height());
     FireEvent(evt);
   }
-  Invalidate();
+  if (!covered(rect_)) Invalidate();
+  rect_invalidated_ = container_ != nullptr;
 }
 
 void SWindow::ShiftDescendants(int dx, int dy) {

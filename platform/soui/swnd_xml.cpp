@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <cwchar>
 #include <deque>
 #include <strings.h>
 #include <string>
@@ -82,17 +83,36 @@ class XmlReadScope {
   const int level_;
 };
 
-// "class" in any ASCII case, as strcasecmp reads it.
+// Whether name is lower (lower case ASCII) in any ASCII case, as strcasecmp
+// reads it.
+bool EqualsNoCase(const SStringW& name, const wchar_t* lower) {
+  const size_t n = std::wcslen(lower);
+  if (static_cast<size_t>(name.GetLength()) != n) return false;
+  for (size_t i = 0; i < n; ++i) {
+    const wchar_t c = name[static_cast<int>(i)];
+    if ((c >= L'A' && c <= L'Z' ? c + 32 : c) != lower[i]) return false;
+  }
+  return true;
+}
+
 bool IsClassName(const SStringW& name) {
   static NameMemo memo;
-  return memo.Get(name, [](const SStringW& n) {
-    if (n.GetLength() != 5) return 0;
-    for (int i = 0; i < 5; ++i) {
-      const wchar_t c = n[i];
-      if ((c >= L'A' && c <= L'Z' ? c + 32 : c) != L"class"[i]) return 0;
-    }
-    return 1;
-  }) != 0;
+  return memo.Get(name, [](const SStringW& n) { return EqualsNoCase(n, L"class") ? 1 : 0; }) != 0;
+}
+
+// What an element's tag asks for, worked out once per spelling.
+enum class TagKind : uint8_t {
+  Window,   // a window class
+  Styled,   // "button.ok": a window class with the class style of the whole tag
+  Include,  // another layout in its place
+};
+
+TagKind KindOfTag(const SStringW& tag) {
+  static NameMemo memo;
+  return static_cast<TagKind>(memo.Get(tag, [](const SStringW& t) {
+    if (EqualsNoCase(t, L"include")) return static_cast<int>(TagKind::Include);
+    return static_cast<int>(t.Find(L'.') > 0 ? TagKind::Styled : TagKind::Window);
+  }));
 }
 
 // What the XML build in progress has open: how deeply includes nest and
@@ -160,12 +180,13 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
   // attributes, and sizes the stored text once.
   XmlReadScope scope;
   XmlReadLevel& read = scope.get();
+  static RecentNames recent;  // elements of a layout repeat their attributes in order
   size_t bytes = 0;
   bool has_class = false;
   for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
     SStringW spare;
     XmlReadLevel::Attr at{nullptr, a.name(), a.value(), 0, 0};
-    const SStringW& name = InternName(at.key, &spare, &at.key_len);
+    const SStringW& name = recent.Intern(read.attrs.size(), at.key, &spare, &at.key_len);
     if (InternedSlot(name) >= 0) at.name = &name;
     at.text_len = std::strlen(at.text);
     read.attrs.push_back(at);
@@ -255,12 +276,9 @@ SWindow* SWindow::CreateChildFromXml(pugi::xml_node child) {
   // helpers that return before the recursion goes on.
   if (!SApplication::getSingletonPtr()) return nullptr;
   BuildScope scope;
-  if (strcasecmp(child.name(), "include") == 0) return CreateIncludeFromXml(child);
-  if (depth_ + 1 > kMaxTreeDepth) {
-    ReportTooDeep(child);
-    return nullptr;
-  }
-  SWindow* wnd = CreateWindowFromXml(child);
+  bool include = false;
+  SWindow* wnd = CreateWindowFromXml(child, &include);
+  if (include) return CreateIncludeFromXml(child);
   if (wnd) wnd->InitFromXml(child);
   return wnd;
 }
@@ -273,19 +291,29 @@ void SWindow::ReportTooDeep(pugi::xml_node child) {
                           << L"> and everything inside it not created";
 }
 
-SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child) {
-  SApplication* app = SApplication::getSingletonPtr();
+SWindow* SWindow::CreateWindowFromXml(pugi::xml_node child, bool* include) {
+  static RecentNames recent;
   SStringW spare;
-  const SStringW& tag = InternName(child.name(), &spare);
+  const SStringW& tag = recent.Intern(0, child.name(), &spare, nullptr);
+  const TagKind kind = KindOfTag(tag);
+  if (kind == TagKind::Include) {
+    *include = true;
+    return nullptr;
+  }
+  if (depth_ + 1 > kMaxTreeDepth) {
+    ReportTooDeep(child);
+    return nullptr;
+  }
   // "button.ok" creates a button styled with class "button.ok".
-  const int dot = tag.Find(L'.');
-  SWindow* wnd = dot > 0 ? app->CreateWindowByName(tag.Left(dot)) : app->CreateWindowByName(tag);
+  SApplication* app = SApplication::getSingletonPtr();
+  SWindow* wnd = kind == TagKind::Styled ? app->CreateWindowByName(tag.Left(tag.Find(L'.')))
+                                         : app->CreateWindowByName(tag);
   if (!wnd) {
     SLOG(kLogWarn, "SOUI") << L"CreateChildren: unknown window class " << tag;
     return nullptr;
   }
   InsertChild(wnd);
-  if (dot > 0) wnd->SetAttribute(L"class", tag, TRUE);
+  if (kind == TagKind::Styled) wnd->SetAttribute(L"class", tag, TRUE);
   return wnd;
 }
 

@@ -37,6 +37,28 @@ TEST(InternName, KeepsOneObjectPerSpellingAndOnlyThoseHaveSlots) {
   EXPECT_EQ(InternName(nullptr, &spare), L"");
 }
 
+// A place answers as InternName whatever it saw before: the same name, one
+// that starts alike or is a prefix, another case, one too long to keep.
+TEST(RecentNames, AnswerAsInternNameWhateverThePlaceSawBefore) {
+  RecentNames recent;
+  const std::string long_name(40, 'p');
+  const char* sequence[] = {"pos",  "pos",  "position", "po", "POS", "", long_name.c_str(),
+                            "pos",  "p\xC3\xA9s", "pos", nullptr, "pos"};
+  for (size_t place : {size_t{0}, size_t{3}, RecentNames::kPlaces}) {
+    for (const char* name : sequence) {
+      SStringW spare, spare_expected;
+      size_t bytes = 99, bytes_expected = 77;
+      const SStringW& got = recent.Intern(place, name, &spare, &bytes);
+      const SStringW& expected = InternName(name, &spare_expected, &bytes_expected);
+      EXPECT_EQ(got, expected) << (name ? name : "(null)") << " at " << place;
+      EXPECT_EQ(bytes, bytes_expected) << (name ? name : "(null)");
+      if (InternedSlot(expected) >= 0) {
+        EXPECT_EQ(&got, &expected);
+      }
+    }
+  }
+}
+
 TEST(NameMemo, AsksOncePerKeptSpellingEveryTimeForOtherStringsAndAgainForANewKey) {
   SStringW spare;
   const SStringW& kept = InternName("memo-test-name", &spare);

@@ -87,6 +87,46 @@ TEST_F(PaintTest, OnlyDirtyWindowsRepaint) {
   EXPECT_EQ(host()->GetPaintCount(), painted + 1);
 }
 
+// Children placed inside a parent that was just placed add nothing to the
+// dirty region; once painted, every later move is dirty again, whether the
+// child moves alone or with its parent.
+TEST_F(PaintTest, EveryPlacementAfterAPaintIsRepainted) {
+  CreateHostWithChildren(L"<window name='p' pos='10,10,@100,@60'><window name='c' pos='0,0,@20,@20'/></window>",
+                         200, 100);
+  const auto dirty_covers = [this](const CRect& rc) {
+    SRegion region = host()->GetDirtyRegion();
+    region.Normalize();
+    long long area = 0;
+    region.ForEachPart(rc, [&](const CRect& part) { area += static_cast<long long>(part.Width()) * part.Height(); });
+    return area == static_cast<long long>(rc.Width()) * rc.Height();
+  };
+  host()->Render();
+  ASSERT_TRUE(host()->GetDirtyRegion().IsEmpty());
+  SWindow* p = Find(L"p");
+  SWindow* c = Find(L"c");
+  ASSERT_EQ(c->GetWindowRect(), CRect(10, 10, 30, 30));
+  // The child moves inside its parent, which stays where it is.
+  ASSERT_EQ(c->SetAttribute(L"pos", L"50,30,@20,@20", FALSE), S_FALSE);
+  host()->UpdateLayout();
+  EXPECT_EQ(c->GetWindowRect(), CRect(60, 40, 80, 60));
+  EXPECT_TRUE(dirty_covers(CRect(10, 10, 30, 30)));
+  EXPECT_TRUE(dirty_covers(CRect(60, 40, 80, 60)));
+  EXPECT_FALSE(dirty_covers(CRect(10, 40, 30, 60)));  // the rest of the parent is not dirty
+  host()->Render();
+  // The parent moves, and the child in it.
+  ASSERT_EQ(p->SetAttribute(L"pos", L"90,30,@100,@60", FALSE), S_FALSE);
+  host()->UpdateLayout();
+  EXPECT_TRUE(dirty_covers(CRect(10, 10, 110, 70)));
+  EXPECT_TRUE(dirty_covers(CRect(90, 30, 190, 90)));
+  host()->Render();
+  // Again the child alone: its parent's earlier placement was painted.
+  ASSERT_EQ(c->SetAttribute(L"pos", L"0,0,@20,@20", FALSE), S_FALSE);
+  host()->UpdateLayout();
+  EXPECT_TRUE(dirty_covers(CRect(140, 60, 160, 80)));
+  EXPECT_TRUE(dirty_covers(CRect(90, 30, 110, 50)));
+  EXPECT_FALSE(dirty_covers(CRect(120, 30, 140, 50)));
+}
+
 TEST_F(PaintTest, RepaintingTranslucentContentDoesNotAccumulate) {
   CreateHostWithChildren(L"<window name='glass' pos='0,0,50,50' colorBkgnd='#FF000080'/>", 100, 100);
   auto* frame = dynamic_cast<CairoRenderTarget*>(host()->Render());

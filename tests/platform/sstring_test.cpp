@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "soui/sstring.h"
 
 using namespace SOUI;
@@ -61,6 +64,26 @@ TEST(SStringW, Utf8RoundTripsChineseAndRejectsBrokenInput) {
   EXPECT_EQ(SStringW::ToUtf8(mixed), std::string("a\xC3\xA9\xE4\xB8\xAD\xF0\x9F\x98\x80"
                                                 "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDz"));
   EXPECT_EQ(SStringW::ToUtf8(std::wstring_view()), "");
+}
+
+// AssignUtf8 reuses one string for text of every length, with a non-ASCII
+// character (or a broken one) anywhere in it or nowhere, and reads no byte
+// past the length it is given.
+TEST(SStringW, AssignUtf8MatchesFromUtf8AtEveryLengthAndPosition) {
+  SStringW reused;
+  for (size_t len = 0; len <= 20; ++len) {
+    for (size_t at = 0; at <= len; ++at) {
+      for (const char* odd : {"\xC3\xA9", "\xE6\x96\xB0", "\xFF"}) {
+        std::string text(len, 'x');
+        for (size_t i = 0; i < len; ++i) text[i] = static_cast<char>('a' + i);
+        if (at < len) text.replace(at, 1, odd);
+        const std::vector<char> exact(text.begin(), text.end());  // ASan sees a read past it
+        reused.AssignUtf8(exact.data(), exact.size());
+        ASSERT_EQ(reused, SStringW::FromUtf8(text)) << len << " " << at;
+      }
+    }
+  }
+  EXPECT_EQ(reused.AssignUtf8(nullptr, 5), L"");
 }
 
 TEST(SStringW, SplitKeepsEmptyPieces) {
