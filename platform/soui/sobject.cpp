@@ -98,8 +98,13 @@ SharedAttrTextScope::~SharedAttrTextScope() {
   b = AttrTextBlocks();
 }
 
+std::string& SObject::OwnTextForWriting() {
+  if (!attr_values_) attr_values_ = std::make_unique<std::string>();
+  return *attr_values_;
+}
+
 SObject::SObject(const SObject& other)
-    : attr_values_(other.attr_values_),
+    : attr_values_(other.attr_values_ ? std::make_unique<std::string>(*other.attr_values_) : nullptr),
       xml_attrs_(other.xml_attrs_),
       xml_used_(other.xml_used_),
       xml_room_(other.xml_used_),
@@ -127,7 +132,7 @@ SStringW SObject::GetAttribute(const SStringW& name) const {
   // The last entry of a name wins: a document may give one twice, and its
   // attributes are stored without looking for an earlier entry.
   SStringW found;
-  for (const std::string_view blob : {std::string_view(xml_attrs_, xml_used_), std::string_view(attr_values_)}) {
+  for (const std::string_view blob : {std::string_view(xml_attrs_, xml_used_), OwnText()}) {
     FindStored(blob, [&](size_t n, size_t ne, size_t ve) {
       if (NameMatches(blob, n, ne, key)) found = SStringW::FromUtf8(std::string(blob.substr(ne + 1, ve - ne - 1)));
       return false;
@@ -173,7 +178,7 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
     if (static_cast<size_t>(value.GetLength()) < text.size()) {
       // A value cut to its limit is stored as applied.
       StoreAttribute(name, value);
-    } else if (attr_values_.empty() && static_cast<size_t>(xml_room_ - xml_used_) >= entry) {
+    } else if (OwnText().empty() && static_cast<size_t>(xml_room_ - xml_used_) >= entry) {
       // Written without a search, each with its terminating NUL: a later
       // entry of the same name wins.
       char* out = xml_attrs_ + xml_used_;
@@ -183,27 +188,28 @@ HRESULT SObject::SetXmlAttribute(const SStringW& name, const SStringW& value, st
       out[entry - 1] = '\0';
       xml_used_ = static_cast<uint16_t>(xml_used_ + entry);
     } else {
-      attr_values_.append(key.data(), key.size()).push_back('\0');
-      attr_values_.append(text.data(), text.size()).push_back('\0');
+      std::string& own = OwnTextForWriting();
+      own.append(key.data(), key.size()).push_back('\0');
+      own.append(text.data(), text.size()).push_back('\0');
     }
   }
   return hr;
 }
 
 void SObject::ReserveAttributeText(size_t bytes) {
-  if (!attr_values_.empty() || xml_attrs_) return;
+  if (!OwnText().empty() || xml_attrs_) return;
   if (char* room = TakeSharedText(bytes)) {
     xml_attrs_ = room;
     xml_room_ = static_cast<uint16_t>(bytes);
     xml_offset_ = static_cast<uint16_t>(Blocks().used - bytes);
     return;
   }
-  attr_values_.reserve(bytes);
+  OwnTextForWriting().reserve(bytes);
 }
 
 void SObject::OwnAttributeText() {
   if (!xml_attrs_) return;
-  attr_values_.insert(0, xml_attrs_, xml_used_);
+  OwnTextForWriting().insert(0, xml_attrs_, xml_used_);
   ReleaseTextBlock(BlockOf(xml_attrs_, xml_offset_));
   xml_attrs_ = nullptr;
   xml_used_ = xml_room_ = xml_offset_ = 0;
@@ -220,18 +226,19 @@ void SObject::StoreAttribute(std::string_view key, std::string_view text) {
   const std::string_view stored = text.substr(0, text.find('\0'));
   // The entry GetAttribute answers from: the last of that name.
   size_t at = std::string::npos;
-  FindStored(attr_values_, [&](size_t n, size_t ne, size_t) {
-    if (NameMatches(attr_values_, n, ne, key)) at = n;
+  std::string& own = OwnTextForWriting();
+  FindStored(own, [&](size_t n, size_t ne, size_t) {
+    if (NameMatches(own, n, ne, key)) at = n;
     return false;
   });
   if (at != std::string::npos) {
-    const size_t name_end = attr_values_.find('\0', at);
-    const size_t value_end = attr_values_.find('\0', name_end + 1);
-    attr_values_.replace(name_end + 1, value_end - name_end - 1, stored);
+    const size_t name_end = own.find('\0', at);
+    const size_t value_end = own.find('\0', name_end + 1);
+    own.replace(name_end + 1, value_end - name_end - 1, stored);
     return;
   }
-  attr_values_.append(key).push_back('\0');
-  attr_values_.append(stored).push_back('\0');
+  own.append(key).push_back('\0');
+  own.append(stored).push_back('\0');
 }
 
 SStringW DescribeXmlError(const pugi::xml_parse_result& result) {

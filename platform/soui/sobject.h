@@ -8,6 +8,7 @@
 #include <cwchar>
 #include <functional>
 #include <map>
+#include <string>
 #include <string_view>
 #include <memory>
 #include <vector>
@@ -81,14 +82,17 @@ class SObject {
  private:
   // Moves the entries kept in a shared block into attr_values_.
   void OwnAttributeText();
+  std::string_view OwnText() const { return attr_values_ ? std::string_view(*attr_values_) : std::string_view(); }
+  std::string& OwnTextForWriting();  // makes attr_values_ when there is none
 
   // Entries are "name\0value\0" in UTF-8, the last of a name winning: every
   // window stores every attribute it is given and few are read back. Those
   // a document gave come first, in a block shared with the other objects of
   // that load (xml_attrs_: no allocation of their own, and two pointers less
   // than a shared_ptr would take); whatever is stored afterwards, in
-  // attr_values_.
-  std::string attr_values_;
+  // attr_values_, made only then: most windows never need it, and a pointer
+  // keeps the object's first cache line for what every pass reads.
+  std::unique_ptr<std::string> attr_values_;
   char* xml_attrs_ = nullptr;  // in a counted block, xml_offset_ bytes into its text
   uint16_t xml_used_ = 0, xml_room_ = 0, xml_offset_ = 0;
 };

@@ -293,6 +293,28 @@ SWindow::SWindow() : style_(&SwndStyle::Default()) {
 
 // Destroy through DestroyWindow/DestroyChild (or the host) so that OnDestroy
 // runs while the derived object is still whole; a bare delete only frees.
+namespace {
+
+// The private style copies of the windows applying their XML attributes
+// now (StyleBatch), newest last. Only a window being loaded has one, so no
+// window carries a pointer for it. A window's batch encloses those of the
+// children it creates, so its own copy is nearly always the last.
+using BatchCopy = std::pair<const SWindow*, std::unique_ptr<SwndStyle>>;
+std::vector<BatchCopy>& BatchCopies() {
+  static std::vector<BatchCopy> copies;
+  return copies;
+}
+
+std::vector<BatchCopy>::iterator FindBatchCopy(const SWindow* w) {
+  std::vector<BatchCopy>& copies = BatchCopies();
+  for (auto it = copies.end(); it != copies.begin();) {
+    if ((--it)->first == w) return it;
+  }
+  return copies.end();
+}
+
+}  // namespace
+
 SWindow::~SWindow() {
   destroying_ = true;
   SWindow* child = first_child_;
@@ -303,6 +325,7 @@ SWindow::~SWindow() {
     child = next;
   }
   first_child_ = last_child_ = nullptr;
+  if (has_batch_copy_) BatchCopies().erase(FindBatchCopy(this));  // destroyed while loading
   if (container_) container_->OnSwndDestroyed(this);
 }
 
@@ -559,17 +582,27 @@ SWindow::StyleBatch::StyleBatch(SWindow* w) : w_(w), outer_(!w->batching_style_)
 SWindow::StyleBatch::~StyleBatch() {
   if (!outer_) return;
   w_->batching_style_ = false;
-  if (!w_->batch_style_) return;
-  w_->interned_style_ = InternStyle(std::move(*w_->batch_style_));
+  if (!w_->has_batch_copy_) return;
+  w_->has_batch_copy_ = false;
+  const auto it = FindBatchCopy(w_);
+  SwndStyle copy = std::move(*it->second);
+  BatchCopies().erase(it);
+  w_->interned_style_ = InternStyle(std::move(copy));
   w_->style_ = w_->interned_style_.get();
-  w_->batch_style_.reset();
 }
 
 bool SWindow::EditStyle(const std::function<bool(SwndStyle&)>& change) {
   if (batching_style_) {
-    if (!batch_style_) batch_style_ = std::make_unique<SwndStyle>(*style_);
-    if (!change(*batch_style_)) return false;
-    style_ = batch_style_.get();
+    SwndStyle* copy = nullptr;
+    if (has_batch_copy_) {
+      copy = FindBatchCopy(this)->second.get();
+    } else {
+      BatchCopies().emplace_back(this, std::make_unique<SwndStyle>(*style_));
+      copy = BatchCopies().back().second.get();
+      has_batch_copy_ = true;
+    }
+    if (!change(*copy)) return false;
+    style_ = copy;
     return true;
   }
   SwndStyle copy = *style_;
@@ -587,7 +620,7 @@ bool SWindow::EditStyle(const SStringW& name, const SStringW& value) {
 bool SWindow::EditStdStyle(StdAttr attr, const SStringW& value) {
   SApplication* app = SApplication::getSingletonPtr();
   // A copy already being edited takes the change.
-  if (batch_style_ || !app) return EditStyle([&](SwndStyle& s) { return s.SetStdAttribute(attr, value); });
+  if (has_batch_copy_ || !app) return EditStyle([&](SwndStyle& s) { return s.SetStdAttribute(attr, value); });
   if (!app->style_edits_) app->style_edits_ = std::make_unique<internal::StyleEdits>();
   internal::StyleEdits& memo = *app->style_edits_;
   const unsigned generation = app->GetResProvider().Generation();

@@ -465,15 +465,16 @@ class SWindow : public SObject {
     CSize size;
   };
 
-  // The data, grouped by the cache line (64 bytes, counting the object's
-  // header) that the passes over a tree read together, so that a pass over
-  // more windows than the cache holds loads a few lines of each:
-  //   1  identity and where to look things up (every pass)
-  //   2  the tree links, state and flags (every walk over children)
+  // The data, ordered so that what the passes over a tree read together
+  // sits together, about a cache line (64 bytes, counting the object's
+  // header) to a group, so that a pass over more windows than the cache
+  // holds loads a few lines of each:
+  //   1  identity, where to look things up, the parent (every pass)
+  //   2  the child links, state and flags (every walk over children)
   //   3-4  geometry, measuring and the layout attributes, and the text
   //   5  events (each carries the id and name), what ancestors hand down
   //      (paint, fonts)
-  //   6  the rare state
+  //   6  the name and the rare state
   // Seldom-used state comes after. Mind the grouping when adding members.
  protected:
   int id_ = 0;
@@ -528,6 +529,10 @@ class SWindow : public SObject {
   // dirty. Every layout pass visits every window before anything is painted,
   // so the flag never outlives the dirty area it stands for.
   bool rect_invalidated_ = false;
+  // Inside a StyleBatch, and whether the batch made its style copy yet
+  // (kept aside while the batch lasts).
+  bool batching_style_ = false;
+  bool has_batch_copy_ = false;
 
  protected:
   CRect rect_;
@@ -556,8 +561,6 @@ class SWindow : public SObject {
   // nothing), shared when the batch ends: one copy per window rather than
   // one per attribute. Single attribute edits look for the result of the
   // same edit first (EditStdStyle) and copy only when it is new.
-  std::unique_ptr<SwndStyle> batch_style_;
-  bool batching_style_ = false;
   class StyleBatch {
    public:
     explicit StyleBatch(SWindow* w);
