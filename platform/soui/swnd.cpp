@@ -135,9 +135,11 @@ class StdAttrTable {
 };
 
 StdAttr LookupStdAttr(const SStringW& name) {
-  static const StdAttrTable table;
-  static NameMemo memo;
-  return static_cast<StdAttr>(memo.Get(name, [](const SStringW& n) { return static_cast<int>(table.Find(n)); }));
+  static NameMemo memo;  // constant-initialised: no guard on the common path
+  return static_cast<StdAttr>(memo.Get(name, [](const SStringW& n) {
+    static const StdAttrTable table;
+    return static_cast<int>(table.Find(n));
+  }));
 }
 
 bool IsStyleAttr(StdAttr a) { return a >= StdAttr::ColorText && a <= StdAttr::Cursor; }

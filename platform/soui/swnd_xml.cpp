@@ -194,8 +194,10 @@ void SWindow::ApplyXmlAttributes(pugi::xml_node node) {
     bytes += at.key_len + std::min(at.text_len, static_cast<size_t>(kMaxAttrValueLength)) + 2;
   }
   ReserveAttributeText(bytes);
-  for (pugi::xml_attribute a = node.first_attribute(); has_class && a; a = a.next_attribute()) {
-    if (strcasecmp(a.name(), "class") == 0) SetAttribute(L"class", XmlValue(a), TRUE);
+  if (has_class) {
+    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+      if (strcasecmp(a.name(), "class") == 0) SetAttribute(L"class", XmlValue(a), TRUE);
+    }
   }
   // The document's text stays in place while its attributes are applied.
   SStringW& value = read.value;
