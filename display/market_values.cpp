@@ -85,16 +85,22 @@ HRESULT CQVRedGreenStatic::SetAttribute(const SStringW& name, const SStringW& va
 }
 
 HRESULT CQVRedGreenStatic::OnAttrQVStyle(const SStringW& value, BOOL loading) {
-  const auto& fonts = QVRedGreenFonts();
-  auto it = fonts.find(value);
-  if (it == fonts.end()) {
-    QVLogBadValue(this, L"qvstyle", value);
-    return S_OK;
+  // A watchlist gives every label the same code: the last one found is
+  // tried first (the table lives as long as the process).
+  static const std::pair<const SStringW, SStringW>* last = nullptr;
+  if (!last || last->first != value) {
+    const auto& fonts = QVRedGreenFonts();
+    auto it = fonts.find(value);
+    if (it == fonts.end()) {
+      QVLogBadValue(this, L"qvstyle", value);
+      return S_OK;
+    }
+    last = &*it;
   }
   // Interned, so that what the name means is remembered as for a layout's names.
   static SStringW font_spare;
   static const SStringW& kFont = InternName("font", &font_spare);
-  EditStyle(kFont, it->second);
+  EditStyle(kFont, last->second);
   if (!loading) RequestRelayout();
   return S_OK;
 }
