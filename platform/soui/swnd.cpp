@@ -293,8 +293,6 @@ SWindow::SWindow() : style_(&SwndStyle::Default()) {
   events_.addEvents(kStandardEvents, sizeof(kStandardEvents) / sizeof(kStandardEvents[0]));
 }
 
-// Destroy through DestroyWindow/DestroyChild (or the host) so that OnDestroy
-// runs while the derived object is still whole; a bare delete only frees.
 namespace {
 
 // The private style copies of the windows applying their XML attributes
@@ -317,6 +315,8 @@ std::vector<BatchCopy>::iterator FindBatchCopy(const SWindow* w) {
 
 }  // namespace
 
+// Destroy through DestroyWindow/DestroyChild (or the host) so that OnDestroy
+// runs while the derived object is still whole; a bare delete only frees.
 SWindow::~SWindow() {
   destroying_ = true;
   SWindow* child = first_child_;
