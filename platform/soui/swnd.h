@@ -471,10 +471,10 @@ class SWindow : public SObject {
   // holds loads a few lines of each:
   //   1  identity, where to look things up, the parent (every pass)
   //   2  the child links, state and flags (every walk over children)
-  //   3-4  geometry, measuring and the layout attributes, and the text
-  //   5  events (each carries the id and name), what ancestors hand down
-  //      (paint, fonts)
-  //   6  the name and the rare state
+  //   3-4  geometry, measuring and the layout attributes, the name and the
+  //      events (a window placed tells its size, with its id and name)
+  //   5  what ancestors hand down (paint, fonts), the text
+  //   6  the rare state
   // Seldom-used state comes after. Mind the grouping when adding members.
  protected:
   int id_ = 0;
@@ -542,15 +542,15 @@ class SWindow : public SObject {
 
  protected:
   SouiLayoutParam layout_param_;
-  SStringW text_;
+  SStringW name_;
 
  private:
   EventSet events_;
-  mutable Inherited inherited_;
   SWindow* owner_ = nullptr;
+  mutable Inherited inherited_;
 
  protected:
-  SStringW name_;
+  SStringW text_;
   std::unique_ptr<Rare> rare_;
 
  protected:
