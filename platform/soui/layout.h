@@ -75,10 +75,10 @@ struct PosItem {
   }
 };
 
-// The layout attributes of one child window.
 // The attributes a layout param takes.
 enum class LayoutAttr { Pos, Offset, Size, Width, Height };
 
+// The layout attributes of one child window.
 class SouiLayoutParam {
  public:
   // Handles pos, offset, width, height, size (names in any case). Returns

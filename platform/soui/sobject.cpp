@@ -18,18 +18,16 @@ HRESULT SObject::SetAttribute(const SStringW& name, const SStringW& value, BOOL 
 
 namespace {
 
-// Calls fn(name_begin, name_end, value_end) for each stored pair of blob
-// until it returns true; returns the position where it stopped, or npos.
+// Calls fn(name_begin, name_end, value_end) for each stored pair of blob.
 template <class Fn>
-size_t FindStored(std::string_view blob, Fn fn) {
+void ForEachStored(std::string_view blob, Fn fn) {
   size_t pos = 0;
   while (pos < blob.size()) {
     const size_t name_end = blob.find('\0', pos);
     const size_t value_end = blob.find('\0', name_end + 1);
-    if (fn(pos, name_end, value_end)) return pos;
+    fn(pos, name_end, value_end);
     pos = value_end + 1;
   }
-  return std::string::npos;
 }
 
 // Attribute names are ASCII and compared without case.
@@ -133,9 +131,8 @@ SStringW SObject::GetAttribute(const SStringW& name) const {
   // attributes are stored without looking for an earlier entry.
   SStringW found;
   for (const std::string_view blob : {std::string_view(xml_attrs_, xml_used_), OwnText()}) {
-    FindStored(blob, [&](size_t n, size_t ne, size_t ve) {
+    ForEachStored(blob, [&](size_t n, size_t ne, size_t ve) {
       if (NameMatches(blob, n, ne, key)) found = SStringW::FromUtf8(std::string(blob.substr(ne + 1, ve - ne - 1)));
-      return false;
     });
   }
   return found;
@@ -227,9 +224,8 @@ void SObject::StoreAttribute(std::string_view key, std::string_view text) {
   // The entry GetAttribute answers from: the last of that name.
   size_t at = std::string::npos;
   std::string& own = OwnTextForWriting();
-  FindStored(own, [&](size_t n, size_t ne, size_t) {
+  ForEachStored(own, [&](size_t n, size_t ne, size_t) {
     if (NameMatches(own, n, ne, key)) at = n;
-    return false;
   });
   if (at != std::string::npos) {
     const size_t name_end = own.find('\0', at);

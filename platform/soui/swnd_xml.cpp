@@ -84,8 +84,9 @@ class XmlReadScope {
 };
 
 // Whether name is lower (lower case ASCII) in any ASCII case, as strcasecmp
-// reads it.
-bool EqualsNoCase(const SStringW& name, const wchar_t* lower) {
+// reads it: the class pass below finds "class" with strcasecmp, and both
+// must agree.
+bool EqualsAsciiNoCase(const SStringW& name, const wchar_t* lower) {
   const size_t n = std::wcslen(lower);
   if (static_cast<size_t>(name.GetLength()) != n) return false;
   for (size_t i = 0; i < n; ++i) {
@@ -97,7 +98,7 @@ bool EqualsNoCase(const SStringW& name, const wchar_t* lower) {
 
 bool IsClassName(const SStringW& name) {
   static NameMemo memo;
-  return memo.Get(name, [](const SStringW& n) { return EqualsNoCase(n, L"class") ? 1 : 0; }) != 0;
+  return memo.Get(name, [](const SStringW& n) { return EqualsAsciiNoCase(n, L"class") ? 1 : 0; }) != 0;
 }
 
 // What an element's tag asks for, worked out once per spelling.
@@ -110,7 +111,7 @@ enum class TagKind : uint8_t {
 TagKind KindOfTag(const SStringW& tag) {
   static NameMemo memo;
   return static_cast<TagKind>(memo.Get(tag, [](const SStringW& t) {
-    if (EqualsNoCase(t, L"include")) return static_cast<int>(TagKind::Include);
+    if (EqualsAsciiNoCase(t, L"include")) return static_cast<int>(TagKind::Include);
     return static_cast<int>(t.Find(L'.') > 0 ? TagKind::Styled : TagKind::Window);
   }));
 }

@@ -385,28 +385,34 @@ TEST(LayoutTree, LongChainOfForwardReferencesResolves) {
   EXPECT_EQ(CRect(390, 0, 400, 10), root.GetWindow(GSW_LASTCHILD)->GetWindowRect());
 }
 
+// Six sibling windows with random pos text drawn from *seed: two near items,
+// then two far items unless the next draw divides by four_unless, and an
+// offset when the next draw divides by offset_when.
+template <size_t N, size_t F>
+std::wstring RandomSiblings(const wchar_t* const (&nears)[N], const wchar_t* const (&fars)[F], unsigned four_unless,
+                            unsigned offset_when, uint32_t* seed) {
+  auto next = [seed] { return (*seed = *seed * 1103515245u + 12345u) >> 8; };
+  std::wstring xml;
+  for (int i = 0; i < 6; ++i) {
+    xml += L"<window pos='";
+    xml += nears[next() % N];
+    xml += L",";
+    xml += nears[next() % N];
+    if (next() % four_unless) xml += SStringW(L",").str() + fars[next() % F] + L"," + fars[next() % F];
+    xml += next() % offset_when == 0 ? L"' offset='-0.5,-1'/>" : L"'/>";
+  }
+  return xml;
+}
+
 TEST(LayoutTree, RandomPositionsAlwaysTerminate) {
   // Noise over the pos syntax for a handful of siblings: layout ends and
   // no rectangle is inside out.
   const wchar_t* items[] = {L"0", L"-0", L"10", L"-5", L"|3", L"%50", L"[0", L"{2", L"]1", L"}-4"};
   const wchar_t* fars[] = {L"@10", L"@-1", L"-0", L"]0", L"}0", L"[3", L"{0", L"|0", L"%-10"};
   uint32_t seed = 99;
-  auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 8; };
   SApplication app;
   for (int round = 0; round < 200; ++round) {
-    std::wstring xml;
-    for (int i = 0; i < 6; ++i) {
-      xml += L"<window pos='";
-      xml += items[next() % 10];
-      xml += L",";
-      xml += items[next() % 10];
-      if (next() % 2) {
-        xml += SStringW(L",").str() + fars[next() % 9] + L"," + fars[next() % 9];
-      }
-      xml += L"'";
-      if (next() % 3 == 0) xml += L" offset='-0.5,-1'";
-      xml += L"/>";
-    }
+    const std::wstring xml = RandomSiblings(items, fars, 2, 3, &seed);
     SWindow root;
     ASSERT_TRUE(root.CreateChildren(xml.c_str()));
     root.Move(&kRoot);
@@ -428,19 +434,7 @@ TEST(LayoutTree, MixedPositionsKeepTheirRecordedRects) {
   const wchar_t* nears[] = {L"10dp", L"-5", L"|3dp", L"%50", L"[4dp", L"{2", L"]1", L"}-4dp", L"[1.5dp", L"0"};
   const wchar_t* fars[] = {L"@120dp", L"@-1", L"-0", L"]0", L"}0", L"[3", L"{0", L"|0", L"%-10", L"@2.5dp", L"-7dp"};
   uint32_t seed = 7;
-  auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 8; };
-  auto children = [&] {
-    std::wstring xml;
-    for (int i = 0; i < 6; ++i) {
-      xml += L"<window pos='";
-      xml += nears[next() % 10];
-      xml += L",";
-      xml += nears[next() % 10];
-      if (next() % 4) xml += SStringW(L",").str() + fars[next() % 11] + L"," + fars[next() % 11];
-      xml += next() % 4 == 0 ? L"' offset='-0.5,-1'/>" : L"'/>";
-    }
-    return xml;
-  };
+  auto children = [&] { return RandomSiblings(nears, fars, 4, 4, &seed); };
   uint64_t sum = 14695981039346656037u;  // FNV-1a over every dump
   for (int zoom : {100, 150}) {
     SApplication app;
