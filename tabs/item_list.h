@@ -60,6 +60,13 @@ class QVItemListNodeBase {
   static void ListMove(T*& head, T* node, T* after) {
     if (!node || node == after || !ListContains(head, node)) return;
     if (after && !ListContains(head, after)) return;
+    ListMoveLinked(head, node, after);
+  }
+
+  // ListMove for nodes the caller reached through the list's own links, so
+  // known to be in it: no walk from the head.
+  static void ListMoveLinked(T*& head, T* node, T* after) {
+    if (!node || node == after) return;
     Unlink(head, node);
     if (after) {
       T* follow = Next(after);

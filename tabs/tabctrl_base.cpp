@@ -438,6 +438,7 @@ int CQVTabCtrlBase::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBas
     }
   }
   bool overflow = false;
+  bool past_to = false;
   for (CQVItemBase* item = from; item; item = item->GetNext()) {
     const int w = ItemWidthPx(item);
     if (!overflow && x + w > rc.Width() && x > 0) {
@@ -450,9 +451,13 @@ int CQVTabCtrlBase::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBas
         overflow = true;
       }
     }
-    PlaceItem(item, CRect(rc.left + x, y, rc.left + x + w, y + ih), skip, animate);
+    const CRect slot(rc.left + x, y, rc.left + x + w, y + ih);
+    // Past `to`, a tab already in its slot means every later one is in its
+    // own too: the places before were laid out from the same widths.
+    if (past_to && slot == item->GetFinalRect() && !item->IsDraged()) return row_count_;
+    PlaceItem(item, slot, skip, animate);
     x += w + item_gap_;
-    if (item == to) break;
+    if (item == to) past_to = true;
   }
   row_count_ = row;
   return row;
@@ -572,27 +577,62 @@ bool CQVTabCtrlBase::AllowSwitch(CQVItemBase* dragged, CQVItemBase* other, CPoin
   return dragged->GetNext() == other;
 }
 
+CQVItemBase* CQVTabCtrlBase::FindSwitchTarget(CQVItemBase* dragged, CPoint centre, bool* in_front) const {
+  // Slots never overlap, so the centre stands over one tab at most, and a
+  // drag step nearly always reaches a neighbour: look outwards from the
+  // dragged tab. Without the "more" button the slots run in reading order,
+  // so a side whose next slot lies beyond the centre has no match further
+  // on.
+  const bool reading_order = !more_button_;
+  CQVItemBase* left = dragged->GetPrev();
+  CQVItemBase* right = dragged->GetNext();
+  while (left || right) {
+    if (left) {
+      if (NeedSwitch(centre, dragged, left)) {
+        // The gap before a tab is also the one behind the tab in front of
+        // it, and that one comes first.
+        while (IsTab(left->GetPrev()) && NeedSwitch(centre, dragged, left->GetPrev())) left = left->GetPrev();
+        *in_front = true;
+        return left;
+      }
+      const CRect rc = left->GetFinalRect();
+      const bool centre_after = centre.y >= rc.bottom || (centre.y >= rc.top && centre.x >= rc.left);
+      left = reading_order && centre_after ? nullptr : left->GetPrev();
+    }
+    if (right) {
+      if (NeedSwitch(centre, dragged, right)) {
+        *in_front = false;
+        return right;
+      }
+      const CRect rc = right->GetFinalRect();
+      const bool centre_before = centre.y < rc.top || (centre.y < rc.bottom && centre.x < rc.right);
+      right = reading_order && centre_before ? nullptr : right->GetNext();
+    }
+  }
+  return nullptr;
+}
+
 void CQVTabCtrlBase::OnItemDragMove(CQVItemBase* item, CPoint pt) {
   (void)pt;
-  if (!IsTab(item)) return;
+  // A removed tab has left the list; its own links may lead to freed tabs.
+  if (!IsTab(item) || item->IsRemoved()) return;
   const CPoint centre = item->GetWindowRect().CenterPoint();
-  using List = QVItemListNodeBase<CQVItemBase>;
-  for (CQVItemBase* other = head_; other; other = other->GetNext()) {
-    if (other == item || !IsTab(other)) continue;
-    if (!NeedSwitch(centre, item, other)) continue;
-    if (!AllowSwitch(item, other, centre)) return;
-    if (item != last_switch_dragged_ || other != last_switch_other_) {
-      last_switch_dragged_ = item;
-      last_switch_other_ = other;
-      switch_attempts_ = 0;
-    }
-    last_switch_point_ = centre.x;
-    last_switch_rect_ = other->GetFinalRect();
-    if (List::ListIsBehind(item, other)) List::ListMove(head_, item, other->GetPrev());
-    else List::ListMove(head_, item, other);
-    UpdateAllTabRect();
-    return;
+  bool in_front = false;
+  CQVItemBase* other = FindSwitchTarget(item, centre, &in_front);
+  if (!other || !AllowSwitch(item, other, centre)) return;
+  if (item != last_switch_dragged_ || other != last_switch_other_) {
+    last_switch_dragged_ = item;
+    last_switch_other_ = other;
+    switch_attempts_ = 0;
   }
+  last_switch_point_ = centre.x;
+  last_switch_rect_ = other->GetFinalRect();
+  // Only the tabs between the old and the new place move.
+  using List = QVItemListNodeBase<CQVItemBase>;
+  CQVItemBase* first = in_front ? item : item->GetNext();
+  CQVItemBase* last = in_front ? item->GetPrev() : item;
+  List::ListMoveLinked(head_, item, in_front ? other->GetPrev() : other);
+  UpdateTabRect(first, last, nullptr, true);
 }
 
 void CQVTabCtrlBase::OnItemMoveToComplete(CQVItemBase* item) { (void)item; }

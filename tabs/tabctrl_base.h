@@ -231,9 +231,10 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   virtual void SetCurSel(CQVItemBase* item, bool notify);
   virtual void RemoveTab(CQVItemBase* item);
  protected:
-  // Places from..to (to inclusive, null: the tail); skip is placed at once
-  // without gliding. The tabs before `from` are taken to be in their places
-  // and placing carries on after them. Returns the rows used.
+  // Places the tabs from `from` on; skip is placed at once without gliding.
+  // The tabs before `from` are taken to be in their places and placing
+  // carries on after them. Past `to` (when given) placing ends at the first
+  // tab found in its slot. Returns the rows used.
   virtual int UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBase* skip, bool animate);
   virtual void UpdateAllTabRect();
   void UpdateChildrenPosition() override;
@@ -257,6 +258,9 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
 
   bool AllowSwitch(CQVItemBase* dragged, CQVItemBase* other, SOUI::CPoint centre);
   bool NeedSwitch(SOUI::CPoint centre, CQVItemBase* dragged, CQVItemBase* other) const;
+  // The tab a dragged tab with this centre changes places with, if any;
+  // in_front tells whether it stands before the dragged one.
+  CQVItemBase* FindSwitchTarget(CQVItemBase* dragged, SOUI::CPoint centre, bool* in_front) const;
   // True when an item moving from -> to stays in its row.
   bool IsDirectMove(const SOUI::CRect& from, const SOUI::CRect& to) const;
   // The top of row `row` (1-based) for items of the given height.

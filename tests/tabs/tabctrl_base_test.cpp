@@ -16,10 +16,24 @@ using SOUI::CRect;
 using SOUI::SStringW;
 using Attrs = std::vector<std::pair<SStringW, SStringW>>;
 
-// Lets a test choose the number of rows, as the variants do.
+// Lets a test choose the number of rows and the gaps, as the variants do.
 class RowsTabCtrl : public CQVTabCtrlBase {
  public:
   void SetMaxRows(int rows) { max_rows_ = rows; }
+  void SetGaps(int item_gap, int row_spacing) {
+    item_gap_ = item_gap;
+    row_spacing_ = row_spacing;
+  }
+  // What a drag must agree with: the first tab from the head that the
+  // dragged centre calls for.
+  CQVItemBase* FirstSwitchFromHead(CQVItemBase* dragged, CPoint centre) const {
+    for (CQVItemBase* other = head_; other; other = other->GetNext()) {
+      if (other != dragged && NeedSwitch(centre, dragged, other)) return other;
+    }
+    return nullptr;
+  }
+  using CQVTabCtrlBase::FindSwitchTarget;
+  using CQVTabCtrlBase::UpdateAllTabRect;
 };
 
 class TabCtrlBaseTest : public SOUI::test::UiTestBase {
@@ -40,9 +54,10 @@ class TabCtrlBaseTest : public SOUI::test::UiTestBase {
     Advance(300);  // fades and glides done
   }
   // Ids in display order, e.g. "0 1 2".
-  std::string Order() const {
+  std::string Order() const { return OrderOf(tabs_); }
+  static std::string OrderOf(const CQVTabCtrlBase* strip) {
     std::string s;
-    for (CQVItemBase* it = tabs_->GetHead(); it; it = it->GetNext()) {
+    for (CQVItemBase* it = strip->GetHead(); it; it = it->GetNext()) {
       if (!s.empty()) s += ' ';
       s += std::to_string(it->GetItemId());
     }
@@ -291,6 +306,79 @@ TEST_F(MultiRowTest, ATabChangingRowLeavesItsRowBeforeEnteringTheNext) {
   EXPECT_GT(RectOf(2).left, 120);
   Advance(400);
   EXPECT_EQ(RectOf(2), CRect(0, 132, 60, 164));
+}
+
+// Tabs of mixed widths in three rows with gaps, the last row running past
+// the edge: the drag's nearby search against a walk from the head.
+class MixedRowsTest : public TabCtrlBaseTest {
+ protected:
+  void SetUp() override {
+    TabCtrlBaseTest::SetUp();
+    rows_ = new RowsTabCtrl();
+    host()->GetRoot()->InsertChild(rows_);
+    pugi::xml_document doc;
+    doc.load_string("<qv_tabctrlbase pos=\"0,100,@200,@110\" dragable=\"1\" animation=\"0\">"
+                    "<tab width=\"60\" height=\"32\"/></qv_tabctrlbase>");
+    rows_->InitFromXml(doc.first_child());
+    rows_->SetMaxRows(3);
+    rows_->SetGaps(6, 4);
+    Layout();
+    const wchar_t* widths[] = {L"40", L"70", L"55", L"90", L"35"};
+    for (int i = 0; i < 14; ++i) rows_->InsertTab({{L"width", widths[i % 5]}}, -1);
+    Advance(400);
+  }
+  std::vector<CRect> Places() const {
+    std::vector<CRect> places;
+    for (CQVItemBase* it = rows_->GetHead(); it; it = it->GetNext()) places.push_back(it->GetFinalRect());
+    return places;
+  }
+  RowsTabCtrl* rows_ = nullptr;
+};
+
+TEST_F(MixedRowsTest, TheNearbySearchFindsTheTabAWalkFromTheHeadFinds) {
+  ASSERT_EQ(rows_->GetRowCount(), 3);
+  for (const bool more : {false, true}) {
+    rows_->SetAttribute(L"moreButton", more ? L"1" : L"0", FALSE);
+    int matches = 0;
+    for (CQVItemBase* dragged = rows_->GetHead(); dragged; dragged = dragged->GetNext()) {
+      for (int y = 90; y < 230; y += 3) {
+        for (int x = -50; x < 320; x += 4) {
+          bool in_front = false;
+          CQVItemBase* found = rows_->FindSwitchTarget(dragged, CPoint(x, y), &in_front);
+          ASSERT_EQ(found, rows_->FirstSwitchFromHead(dragged, CPoint(x, y)))
+              << "tab " << dragged->GetItemId() << " at " << x << "," << y << (more ? " with more" : "");
+          if (!found) continue;
+          ++matches;
+          bool before = false;
+          for (CQVItemBase* it = dragged->GetPrev(); it; it = it->GetPrev()) before |= it == found;
+          EXPECT_EQ(in_front, before);
+        }
+      }
+    }
+    EXPECT_GT(matches, 1000);  // the grid reaches every tab's slot and gaps
+  }
+}
+
+TEST_F(MixedRowsTest, DraggingAcrossRowsMovesOnlyWhatAFullLayoutWould) {
+  const CPoint start = rows_->GetTabObjById(1)->GetWindowRect().CenterPoint();
+  gen().MoveMouseTo(start);
+  gen().PressLeftButton();
+  // Long jumps in both directions, across rows and into the overflow.
+  const CPoint stops[] = {{180, 150}, {20, 190}, {260, 190}, {10, 110}, {120, 115}, {100, 150}};
+  std::string order = OrderOf(rows_);
+  for (const CPoint& to : stops) {
+    gen().MoveMouseTo(to);
+    Advance(16);
+    EXPECT_NE(OrderOf(rows_), order) << "no move at " << to.x << "," << to.y;
+    order = OrderOf(rows_);
+    const std::vector<CRect> placed = Places();
+    rows_->UpdateAllTabRect();
+    EXPECT_EQ(Places(), placed) << "after moving to " << to.x << "," << to.y;
+  }
+  EXPECT_EQ(order, "0 2 3 4 1 5 6 7 8 9 10 11 12 13");
+  gen().ReleaseLeftButton();
+  Advance(400);
+  EXPECT_EQ(rows_->GetRowCount(), 3);
 }
 
 }  // namespace
