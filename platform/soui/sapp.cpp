@@ -126,8 +126,16 @@ BOOL SApplication::LoadXmlDocment(pugi::xml_document& doc, const SStringW& res_i
 }
 
 SStringW SApplication::tr(const SStringW& text, const SStringW& ctx) const {
+  SStringW translated;
+  return Translate(text, ctx, &translated) ? translated : text;
+}
+
+bool SApplication::Translate(const SStringW& text, const SStringW& ctx, SStringW* out) const {
+  // This host ships no translation tables.
+  (void)text;
   (void)ctx;
-  return text;
+  (void)out;
+  return false;
 }
 
 void SApplication::SetZoom(int percent) {

@@ -94,6 +94,9 @@ class SApplication {
   BOOL LoadXmlDocment(pugi::xml_document& doc, const SStringW& res_id);  // "TYPE:name"
   // Translates text for a context; the identity unless a translation exists.
   SStringW tr(const SStringW& text, const SStringW& ctx) const;
+  // The translation of text into *out, or false (and *out untouched) when
+  // there is none: a caller keeping the text itself then copies nothing.
+  bool Translate(const SStringW& text, const SStringW& ctx, SStringW* out) const;
 
   // Application zoom, in percent (100, 125, 150, 200). Changing it rescales
   // every host window and re-lays it out.

@@ -662,7 +662,7 @@ SWindow::Rare& SWindow::GetRare() {
 }
 
 SStringW SWindow::GetWindowText(BOOL raw) const {
-  return (raw && rare_ && rare_->has_raw_text) ? rare_->text_raw : text_;
+  return (raw && rare_ && rare_->has_raw_text) ? rare_->text_raw : text_.ToString();
 }
 
 void SWindow::SetWindowText(const SStringW& text_in) {
@@ -673,24 +673,28 @@ void SWindow::SetWindowText(const SStringW& text_in) {
     capped = text_in.Left(kMaxWindowTextLength);
   }
   const SStringW& text = capped.IsEmpty() ? text_in : capped;
+  // What the window shows: the text itself, or what a reference or a
+  // translation made of it (only then is the text copied).
   SApplication* app = SApplication::getSingletonPtr();
-  SStringW shown;
-  if (!app) {
-    shown = text;
-  } else if (text.GetAt(0) == L'@') {
-    shown = app->tr(app->GetResProvider().ResolveString(text), SStringW());
-  } else {
-    shown = app->tr(text, SStringW());
+  SStringW changed;
+  bool has_raw = false;
+  if (app && text.GetAt(0) == L'@') {
+    changed = app->tr(app->GetResProvider().ResolveString(text), SStringW());
+    has_raw = changed != text;
+  } else if (app) {
+    has_raw = app->Translate(text, SStringW(), &changed) && changed != text;
   }
+  const SStringW& shown = has_raw ? changed : text;
   // The same text again (a quote that did not move) costs nothing.
-  const bool has_raw = shown != text;
-  if (shown == text_ && has_raw == (rare_ && rare_->has_raw_text) && (!has_raw || rare_->text_raw == text)) return;
+  if (text_.Equals(shown) && has_raw == (rare_ && rare_->has_raw_text) && (!has_raw || rare_->text_raw == text)) {
+    return;
+  }
   // A content-sized window whose new text measures the same as the old one
   // needs a repaint, not a layout pass.
   const DesiredCache before = desired_cache_;
   const bool measured = before.epoch == internal::g_measure_epoch && before.scale == GetScale();
   InvalidateMeasure();
-  text_ = std::move(shown);
+  text_.Assign(shown);
   // The raw form is kept only when it differs (a reference was resolved).
   if (has_raw) {
     GetRare().text_raw = text;

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "soui/events.h"
+#include "soui/inline_text.h"
 #include "soui/layout.h"
 #include "soui/region.h"
 #include "soui/render.h"
@@ -550,7 +551,7 @@ class SWindow : public SObject {
   mutable Inherited inherited_;
 
  protected:
-  SStringW text_;
+  InlineText text_;
   std::unique_ptr<Rare> rare_;
 
  protected:

@@ -90,7 +90,7 @@ void SWindow::OnPaint(IRenderTarget* rt) {
   // something else paints it in its own OnPaint.
   if (text_.IsEmpty()) return;
   CRect rc = GetChildrenLayoutRect();
-  DrawText(rt, text_, text_.GetLength(), &rc, GetTextAlign());
+  DrawText(rt, text_.c_str(), text_.GetLength(), &rc, GetTextAlign());
 }
 
 void SWindow::DrawFocus(IRenderTarget* rt) {
