@@ -68,18 +68,14 @@ class QVItemListNodeBase {
   static void ListMoveLinked(T*& head, T* node, T* after) {
     if (!node || node == after) return;
     Unlink(head, node);
-    if (after) {
-      T* follow = Next(after);
-      Prev(node) = after;
-      Next(node) = follow;
-      Next(after) = node;
-      if (follow) Prev(follow) = node;
-    } else {
-      Prev(node) = nullptr;
-      Next(node) = head;
-      if (head) Prev(head) = node;
-    }
-    if (!Prev(node)) head = node;
+    LinkAfter(head, node, after);
+  }
+
+  // Links node, which is not in the list, directly behind after, which is
+  // (null: in front); nothing is searched, so appending behind a known tail
+  // costs the same at any length.
+  static void ListInsertAfter(T*& head, T* node, T* after) {
+    if (node && node != after) LinkAfter(head, node, after);
   }
 
   static void ListRemove(T*& head, T* node) {
@@ -142,6 +138,20 @@ class QVItemListNodeBase {
  private:
   static T*& Prev(T* n) { return static_cast<QVItemListNodeBase*>(n)->prev_; }
   static T*& Next(T* n) { return static_cast<QVItemListNodeBase*>(n)->next_; }
+  static void LinkAfter(T*& head, T* node, T* after) {
+    if (after) {
+      T* follow = Next(after);
+      Prev(node) = after;
+      Next(node) = follow;
+      Next(after) = node;
+      if (follow) Prev(follow) = node;
+    } else {
+      Prev(node) = nullptr;
+      Next(node) = head;
+      if (head) Prev(head) = node;
+    }
+    if (!Prev(node)) head = node;
+  }
   static void Unlink(T*& head, T* node) {
     T* p = Prev(node);
     T* n = Next(node);

@@ -163,7 +163,9 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
     next_tab_id_ = item->GetItemId() + 1;
   }
   item->SetItemType(kQVTabItemType);
-  QVItemListNodeBase<CQVItemBase>::ListInsert(head_, item, index);
+  if (index < 0) QVItemListNodeBase<CQVItemBase>::ListInsertAfter(head_, item, LastTab());
+  else QVItemListNodeBase<CQVItemBase>::ListInsert(head_, item, index);
+  last_tab_hint_ = item->GetNext() ? last_tab_hint_ : item;
 
   EventQVTabItemInsert evt(this);
   evt.nId = item->GetItemId();
@@ -177,6 +179,15 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
   // tabs of a strip still being built from its layout are simply there.
   if (item->IsCreateAnimator() && animation_ && GetContainer() && IsCreated()) item->ShowWithAnimator(kFadeMs);
   return item->GetItemId();
+}
+
+CQVItemBase* CQVTabCtrlBase::LastTab() {
+  // Tabs are nearly always appended: carry on from the last tab found at
+  // the end. The hint is always in the list (RemoveTab drops it), so its
+  // links may be followed; a drag may have put tabs behind it.
+  CQVItemBase* last = last_tab_hint_ ? last_tab_hint_ : head_;
+  while (last && last->GetNext()) last = last->GetNext();
+  return last_tab_hint_ = last;
 }
 
 void CQVTabCtrlBase::OnInsertNewItem(CQVItemBase* item) {
@@ -197,6 +208,7 @@ void CQVTabCtrlBase::RemoveTab(CQVItemBase* item) {
   if (!QVItemListNodeBase<CQVItemBase>::ListContains(head_, item)) return;
   const bool was_selected = item == cur_sel_;
   QVItemListNodeBase<CQVItemBase>::ListRemove(head_, item);
+  if (last_tab_hint_ == item) last_tab_hint_ = nullptr;
   // The one place where a leaving tab stops being a target: whatever the
   // user is still doing with it (a press, a drag) ends here.
   item->MarkRemoved();

@@ -258,6 +258,8 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
 
   bool AllowSwitch(CQVItemBase* dragged, CQVItemBase* other, SOUI::CPoint centre);
   bool NeedSwitch(SOUI::CPoint centre, CQVItemBase* dragged, CQVItemBase* other) const;
+  // The last tab in the list (null when there is none).
+  CQVItemBase* LastTab();
   // The tab a dragged tab with this centre changes places with, if any;
   // in_front tells whether it stands before the dragged one.
   CQVItemBase* FindSwitchTarget(CQVItemBase* dragged, SOUI::CPoint centre, bool* in_front) const;
@@ -272,6 +274,7 @@ class QVSTDCTRLS_API CQVTabCtrlBase : public SOUI::SWindow, public IQVItemContai
   static int ItemWidthPx(CQVItemBase* item) { return std::max(0, item->GetDesiredSize(-1, -1).cx); }
 
   CQVItemBase* head_ = nullptr;
+  CQVItemBase* last_tab_hint_ = nullptr;  // see LastTab()
   CQVItemBase* pressed_ = nullptr;
   CQVItemBase* cur_sel_ = nullptr;
   // What InsertTab builds an item from; shared by the strip's items (and by

@@ -205,6 +205,22 @@ TEST_F(TabCtrlBaseTest, DragToTheEndGlidesTheOthersAndReleaseSettles) {
   EXPECT_EQ(tabs_->GetTabObjById(0)->GetWindowRect().top, 0);
 }
 
+TEST_F(TabCtrlBaseTest, AppendingFollowsTheTailThroughRemovalsAndDrags) {
+  AddTabs(3);
+  tabs_->RemoveTabById(2);  // the tail leaves, and is destroyed once faded
+  Advance(300);
+  tabs_->InsertTab({}, -1);
+  EXPECT_EQ(Order(), "0 1 3");
+  gen().MoveMouseTo(CentreOf(3));
+  gen().DragTo(CPoint(10, 16), 10);  // the tail goes to the front
+  Advance(300);
+  ASSERT_EQ(Order(), "3 0 1");
+  tabs_->InsertTab({}, -1);
+  tabs_->InsertTab({}, 1);
+  tabs_->InsertTab({}, -1);
+  EXPECT_EQ(Order(), "3 5 0 1 4 6");
+}
+
 TEST_F(TabCtrlBaseTest, NotDragableStripKeepsItsOrder) {
   AddTabs(2);
   tabs_->SetAttribute(L"dragable", L"false", FALSE);
