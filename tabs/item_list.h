@@ -42,18 +42,7 @@ class QVItemListNodeBase {
       cur = Next(cur);
       ++pos;
     }
-    if (pos == index) {
-      T* before = Prev(cur);
-      Prev(node) = before;
-      Next(node) = cur;
-      Prev(cur) = node;
-      if (before) Next(before) = node;
-    } else {
-      Prev(node) = cur;
-      Next(node) = nullptr;
-      Next(cur) = node;
-    }
-    if (!Prev(node)) head = node;
+    LinkAfter(head, node, pos == index ? Prev(cur) : cur);
   }
 
   // Moves node directly behind after; a null after moves it to the front.

@@ -64,6 +64,16 @@ class TabCtrlBaseTest : public SOUI::test::UiTestBase {
     return s;
   }
   CPoint CentreOf(int id) const { return tabs_->GetTabObjById(id)->GetWindowRect().CenterPoint(); }
+  // A second strip, from xml, below the first, with up to max_rows rows.
+  RowsTabCtrl* AddRowsStrip(const char* xml, int max_rows) {
+    auto* strip = new RowsTabCtrl();
+    host()->GetRoot()->InsertChild(strip);
+    pugi::xml_document doc;
+    doc.load_string(xml);
+    strip->InitFromXml(doc.first_child());
+    strip->SetMaxRows(max_rows);
+    return strip;
+  }
   void Veto(bool veto) {
     tabs_->subscribeEvent(EVT_QVTAB_SEL_CHANGING, [veto](SOUI::EventArgs* e) {
       static_cast<EventQVTabSelChanging*>(e)->bCancel = veto;
@@ -292,12 +302,7 @@ class MultiRowTest : public TabCtrlBaseTest {
  protected:
   void SetUp() override {
     TabCtrlBaseTest::SetUp();
-    rows_ = new RowsTabCtrl();
-    host()->GetRoot()->InsertChild(rows_);
-    pugi::xml_document doc;
-    doc.load_string("<qv_tabctrlbase pos=\"0,100,@200,@70\"><tab width=\"60\" height=\"32\"/></qv_tabctrlbase>");
-    rows_->InitFromXml(doc.first_child());
-    rows_->SetMaxRows(2);
+    rows_ = AddRowsStrip("<qv_tabctrlbase pos=\"0,100,@200,@70\"><tab width=\"60\" height=\"32\"/></qv_tabctrlbase>", 2);
     Layout();
     for (int i = 0; i < 7; ++i) rows_->InsertTab({}, -1);
     Advance(400);
@@ -330,13 +335,9 @@ class MixedRowsTest : public TabCtrlBaseTest {
  protected:
   void SetUp() override {
     TabCtrlBaseTest::SetUp();
-    rows_ = new RowsTabCtrl();
-    host()->GetRoot()->InsertChild(rows_);
-    pugi::xml_document doc;
-    doc.load_string("<qv_tabctrlbase pos=\"0,100,@200,@110\" dragable=\"1\" animation=\"0\">"
-                    "<tab width=\"60\" height=\"32\"/></qv_tabctrlbase>");
-    rows_->InitFromXml(doc.first_child());
-    rows_->SetMaxRows(3);
+    rows_ = AddRowsStrip("<qv_tabctrlbase pos=\"0,100,@200,@110\" dragable=\"1\" animation=\"0\">"
+                         "<tab width=\"60\" height=\"32\"/></qv_tabctrlbase>",
+                         3);
     rows_->SetGaps(6, 4);
     Layout();
     const wchar_t* widths[] = {L"40", L"70", L"55", L"90", L"35"};
