@@ -408,8 +408,7 @@ int CQVTabView::UpdateTabRect(CQVItemBase* from, CQVItemBase* to, CQVItemBase* s
   const CRect rc = GetWindowRect();
   if (rc.IsRectEmpty()) return rows;
   // Right behind the last tab's slot, vertically centred on its row.
-  CQVItemBase* last = head_;
-  while (last && last->GetNext()) last = last->GetNext();
+  CQVItemBase* last = LastTab();
   const CRect tail = last ? last->GetFinalRect() : CRect(rc.left, rc.top, rc.left, rc.top + ItemHeightPx());
   const CSize size = add_item_->GetDesiredSize(-1, -1);
   const int x = tail.right + item_gap_ + ZPixel(4);
