@@ -326,8 +326,7 @@ void CairoRenderTarget::DrawLayoutText(const wchar_t* text, size_t n, const CRec
     cairo_clip(cr_);
   }
   SetSourceColor(text_color_);
-  cairo_move_to(cr_, x, y);
-  pango_cairo_show_layout(cr_, shaped->layout);
+  TextEngine::Show(cr_, *shaped, x, y);
   if (clip) cairo_restore(cr_);
 }
 
@@ -356,7 +355,9 @@ void CairoRenderTarget::MeasureCharExtents(const wchar_t* text, int len, int* en
     AppendUtf8(&utf8_, wide_.data() + i, 1, true);
   }
   byte_of[n] = static_cast<int>(utf8_.size());
-  const auto& shaped = text_->Layout(font_entry_, wide_, true, TextEngine::Box());
+  TextEngine::Box box;
+  box.needs_layout = true;
+  const auto& shaped = text_->Layout(font_entry_, wide_, true, box);
   // Walk the clusters: characters of one cluster (a ligature, a base with
   // its marks) share its advance evenly.
   PangoLayoutIter* iter = pango_layout_get_iter(shaped.layout);
@@ -390,8 +391,7 @@ void CairoRenderTarget::TextOut(int x, int y, const wchar_t* text, int len) {
   if (!text || Invisible(text_color_)) return;
   const auto& shaped = text_->Layout(font_entry_, {text, TextLength(text, len)}, true, TextEngine::Box());
   SetSourceColor(text_color_);
-  cairo_move_to(cr_, x, y);
-  pango_cairo_show_layout(cr_, shaped.layout);
+  TextEngine::Show(cr_, shaped, x, y);
 }
 
 // ---- shapes ----

@@ -70,10 +70,11 @@ TextEngine::TextEngine() {
 }
 
 TextEngine::~TextEngine() {
-  for (auto& e : index_) g_object_unref(e.second.shaped.layout);
+  for (auto& e : index_) Release(&e.second.shaped);
   for (auto& f : fonts_) {
     pango_font_description_free(f.second->desc);
     if (f.second->attrs) pango_attr_list_unref(f.second->attrs);
+    if (f.second->first) g_object_unref(f.second->first);
   }
   g_object_unref(context_);
   g_object_unref(font_map_);
@@ -114,7 +115,7 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
                                              const Box& box) {
   text = text.substr(0, MaxShapedChars(font));
   const int flags = (box.wrap ? 1 : 0) | (box.ellipsize ? 2 : 0) | (single_line ? 4 : 0) |
-                    (static_cast<int>(box.align) << 3);
+                    (box.needs_layout ? 8 : 0) | (static_cast<int>(box.align) << 4);
   const int height = box.ellipsize ? box.height : -1;
   const size_t hash = Hash(font, text, box.width, height, flags);
   Cached*& front = front_[hash % kFrontSlots];
@@ -136,6 +137,14 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   NoteMiss(hash);
   const size_t slot = ring_.size() < capacity_ ? ring_.size() : Evict();
 
+  Shaped shaped;
+  if (box.width < 0 && !box.needs_layout && ShapeRun(font, text, &shaped)) {
+    Cached* cached = &*index_.emplace(probe_, Entry{shaped}).first;
+    front = cached;
+    if (slot == ring_.size()) ring_.push_back(cached);
+    else ring_[slot] = cached;
+    return cached->second.shaped;
+  }
   PangoLayout* layout = pango_layout_new(context_);
   pango_layout_set_font_description(layout, font->desc);
   if (font->attrs) pango_layout_set_attributes(layout, font->attrs);
@@ -150,7 +159,6 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   }
   pango_layout_set_alignment(layout, box.align);
 
-  Shaped shaped;
   shaped.layout = layout;
   // Extents in pango units are ints; whatever still wrapped reads as huge.
   pango_layout_get_pixel_extents(layout, nullptr, &shaped.logical);
@@ -163,8 +171,70 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   return cached->second.shaped;
 }
 
+bool TextEngine::ShapeRun(const Font* font, std::wstring_view text, Shaped* shaped) {
+  // Underlines and strikes are drawn by the layout; anything beyond
+  // printable ASCII may need another font, another script or bidi.
+  if (font->attrs || text.empty()) return false;
+  bool letters = false;
+  for (const wchar_t c : text) {
+    if (c < 0x20 || c > 0x7E) return false;
+    letters = letters || static_cast<unsigned>((c | 0x20) - L'a') < 26u;
+  }
+  if (!font->first_loaded) {
+    font->first_loaded = true;
+    font->first = pango_context_load_font(context_, font->desc);
+  }
+  if (!font->first) return false;
+  utf8_.assign(text.begin(), text.end());
+  // What pango's itemizer makes of such a text: one item in the first
+  // font, Latin when it has a letter (digits and signs take the script
+  // around them) and Common when it has none.
+  PangoAnalysis analysis{};
+  analysis.font = font->first;
+  analysis.level = 0;
+  analysis.gravity = PANGO_GRAVITY_SOUTH;
+  analysis.script = letters ? PANGO_SCRIPT_LATIN : PANGO_SCRIPT_COMMON;
+  analysis.language = pango_context_get_language(context_);
+  PangoGlyphString* run = pango_glyph_string_new();
+  const int len = static_cast<int>(utf8_.size());
+  pango_shape_with_flags(utf8_.data(), len, utf8_.data(), len, &analysis, run, PANGO_SHAPE_ROUND_POSITIONS);
+  for (int i = 0; i < run->num_glyphs; ++i) {
+    if (run->glyphs[i].glyph & PANGO_GLYPH_UNKNOWN_FLAG) {
+      pango_glyph_string_free(run);
+      return false;  // the layout finds a fallback font
+    }
+  }
+  PangoRectangle logical;
+  pango_glyph_string_extents(run, font->first, nullptr, &logical);
+  shaped->run = run;
+  shaped->run_font = font->first;
+  shaped->baseline = -logical.y;
+  // The layout's box of its one line, rounded outwards to pixels as
+  // pango_layout_get_pixel_extents does.
+  PangoRectangle box{0, 0, logical.width, logical.height};
+  pango_extents_to_pixels(&box, nullptr);
+  shaped->logical = box;
+  return true;
+}
+
+void TextEngine::Show(cairo_t* cr, const Shaped& shaped, double x, double y) {
+  if (shaped.layout) {
+    cairo_move_to(cr, x, y);
+    pango_cairo_show_layout(cr, shaped.layout);
+  } else if (shaped.run) {
+    cairo_move_to(cr, x, y + static_cast<double>(shaped.baseline) / PANGO_SCALE);
+    pango_cairo_show_glyph_string(cr, shaped.run_font, shaped.run);
+  }
+}
+
+void TextEngine::Release(Shaped* shaped) {
+  if (shaped->layout) g_object_unref(shaped->layout);
+  if (shaped->run) pango_glyph_string_free(shaped->run);
+  *shaped = Shaped();
+}
+
 void TextEngine::DropLayouts() {
-  for (auto& e : index_) g_object_unref(e.second.shaped.layout);
+  for (auto& e : index_) Release(&e.second.shaped);
   index_.clear();
   ring_.clear();
   hand_ = 0;
@@ -203,7 +273,7 @@ size_t TextEngine::Evict() {
       ghost_order_.pop_front();
     }
   }
-  g_object_unref(ring_[slot]->second.shaped.layout);
+  Release(&ring_[slot]->second.shaped);
   index_.erase(index_.find(ring_[slot]->first));
   return slot;
 }

@@ -31,6 +31,11 @@ class TextEngine {
     PangoFontDescription* desc = nullptr;
     PangoAttrList* attrs = nullptr;  // underline / strike; null when neither
     int px = 12;                     // em size in pixels
+    // The font pango picks first for the description, which short texts of
+    // printable ASCII are shaped with directly (see Layout()); loaded on
+    // first use, null when it cannot be.
+    mutable PangoFont* first = nullptr;
+    mutable bool first_loaded = false;
   };
 
   // How a layout is boxed. width < 0: no width (one line per paragraph).
@@ -40,12 +45,22 @@ class TextEngine {
     bool wrap = false;
     bool ellipsize = false;
     PangoAlignment align = PANGO_ALIGN_LEFT;
+    bool needs_layout = false;  // a PangoLayout is wanted (to walk its clusters), never a run
   };
 
+  // Either a PangoLayout or, for one line of printable ASCII in a font that
+  // has every glyph of it, a run: the glyphs pango would have laid out,
+  // shaped without the layout's itemizing and line breaking (the cost of
+  // a watchlist's first paint is mostly that).
   struct Shaped {
     PangoLayout* layout = nullptr;
+    PangoGlyphString* run = nullptr;  // with run_font, when layout is null
+    PangoFont* run_font = nullptr;
+    int baseline = 0;          // pango units below the top, of a run
     PangoRectangle logical{};  // pixels, relative to the layout origin
   };
+  // Draws shaped text with its top left at (x, y) in the current source.
+  static void Show(cairo_t* cr, const Shaped& shaped, double x, double y);
 
   // The cache starts with room for kCacheCapacity layouts and doubles it,
   // up to kMaxCacheCapacity, when texts it let go of are soon asked for
@@ -92,6 +107,9 @@ class TextEngine {
     bool operator==(const Key& o) const { return Matches(o.font, o.text, o.width, o.height, o.flags); }
   };
   static size_t Hash(const Font* font, std::wstring_view text, int width, int height, int flags);
+  // The run of text when it can be one (see Shaped), else false.
+  bool ShapeRun(const Font* font, std::wstring_view text, Shaped* shaped);
+  static void Release(Shaped* shaped);
   struct KeyHash {
     size_t operator()(const Key& k) const { return Hash(k.font, k.text, k.width, k.height, k.flags); }
   };

@@ -6,9 +6,11 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <vector>
 
 #include "backends/cairo_render.h"
 #include "testing/png_compare.h"
@@ -194,6 +196,11 @@ TEST_F(RenderTest, LatinAndChineseMeasureToTheirScripts) {
   EXPECT_LE(chinese.cx, 4 * 20 + 4);
 }
 
+// What a shaping made: its layout or its run, whichever it is.
+const void* ShapeOf(const TextEngine::Shaped& shaped) {
+  return shaped.layout ? static_cast<const void*>(shaped.layout) : static_cast<const void*>(shaped.run);
+}
+
 // The layout cache: full, it lets go of what was not used lately and keeps
 // what is used between insertions, however many come.
 TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
@@ -202,10 +209,11 @@ TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
   desc.height = 12;
   const TextEngine::Font* font = engine.GetFont(desc);
   const TextEngine::Box box;
-  PangoLayout* kept = engine.Layout(font, L"kept", false, box).layout;
+  const void* kept = ShapeOf(engine.Layout(font, L"kept", false, box));
+  ASSERT_NE(kept, nullptr);
   for (size_t i = 0; i < 3 * TextEngine::kCacheCapacity; ++i) {
     engine.Layout(font, L"text " + std::to_wstring(i), false, box);
-    ASSERT_EQ(engine.Layout(font, L"kept", false, box).layout, kept) << "re-shaped after " << i << " others";
+    ASSERT_EQ(ShapeOf(engine.Layout(font, L"kept", false, box)), kept) << "re-shaped after " << i << " others";
   }
   EXPECT_EQ(engine.CachedLayouts(), TextEngine::kCacheCapacity);
   // The same text in another box is another layout, measured to that box.
@@ -213,7 +221,7 @@ TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
   narrow.width = 1;
   narrow.wrap = true;
   const TextEngine::Shaped& wrapped = engine.Layout(font, L"two words", false, narrow);
-  EXPECT_NE(wrapped.layout, engine.Layout(font, L"two words", false, box).layout);
+  EXPECT_NE(ShapeOf(wrapped), ShapeOf(engine.Layout(font, L"two words", false, box)));
   EXPECT_GT(engine.Layout(font, L"two words", false, narrow).logical.height, engine.Layout(font, L"two words", false, box).logical.height);
   // Dropped, the layouts are made anew on the next call.
   engine.DropLayouts();
@@ -234,9 +242,9 @@ TEST(TextEngineTest, CacheGrowsToHoldWhatEveryPaintShows) {
   const TextEngine::Font* font = engine.GetFont(desc);
   const size_t shown = TextEngine::kCacheCapacity * 3 / 2;
   const auto paint = [&] {
-    std::vector<PangoLayout*> layouts;
+    std::vector<const void*> layouts;
     for (size_t i = 0; i < shown; ++i) {
-      layouts.push_back(engine.Layout(font, L"row " + std::to_wstring(i), false, TextEngine::Box()).layout);
+      layouts.push_back(ShapeOf(engine.Layout(font, L"row " + std::to_wstring(i), false, TextEngine::Box())));
     }
     return layouts;
   };
@@ -245,6 +253,65 @@ TEST(TextEngineTest, CacheGrowsToHoldWhatEveryPaintShows) {
   EXPECT_GE(engine.Capacity(), shown);
   EXPECT_LE(engine.Capacity(), TextEngine::kMaxCacheCapacity);
   EXPECT_EQ(engine.CachedLayouts(), shown);
+}
+
+// Short ASCII texts are shaped as runs, without a layout: each must measure
+// and draw exactly as pango's layout of it, pixel for pixel.
+TEST(TextEngineTest, RunsMeasureAndDrawAsTheirLayouts) {
+  TextEngine engine;
+  std::vector<FontDesc> fonts(5);
+  fonts[1].height = 15;
+  fonts[1].weight = 700;
+  fonts[2].height = 22;
+  fonts[2].italic = true;
+  fonts[3].face = L"No Such Face";  // falls back to the default face
+  fonts[4].height = 9;
+  const std::wstring texts[] = {L"12.34", L"-0.25%", L"AVATAR Wo ff fi", L"Buy", L"  spaced  ", L"x", L"(+1,234.5)"};
+  const auto draw = [](const TextEngine::Shaped& shaped) {
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 260, 48);
+    cairo_t* cr = cairo_create(surface);
+    cairo_set_source_rgb(cr, 0, 0, 0);
+    TextEngine::Show(cr, shaped, 3.0, 5.0);
+    cairo_destroy(cr);
+    cairo_surface_flush(surface);
+    const unsigned char* data = cairo_image_surface_get_data(surface);
+    std::vector<unsigned char> pixels(data, data + cairo_image_surface_get_stride(surface) * 48);
+    cairo_surface_destroy(surface);
+    return pixels;
+  };
+  TextEngine::Box as_layout;
+  as_layout.needs_layout = true;
+  for (const FontDesc& desc : fonts) {
+    const TextEngine::Font* font = engine.GetFont(desc);
+    for (const std::wstring& text : texts) {
+      const TextEngine::Shaped& run = engine.Layout(font, text, true, TextEngine::Box());
+      ASSERT_NE(run.run, nullptr);
+      const std::vector<unsigned char> run_pixels = draw(run);
+      const PangoRectangle run_box = run.logical;
+      const TextEngine::Shaped& layout = engine.Layout(font, text, true, as_layout);
+      ASSERT_NE(layout.layout, nullptr);
+      const std::string what = SStringW(text).ToUtf8() + " at " + std::to_string(desc.height) + " px";
+      EXPECT_EQ(run_box.x, layout.logical.x) << what;
+      EXPECT_EQ(run_box.y, layout.logical.y) << what;
+      EXPECT_EQ(run_box.width, layout.logical.width) << what;
+      EXPECT_EQ(run_box.height, layout.logical.height) << what;
+      EXPECT_TRUE(run_pixels == draw(layout)) << what;
+      EXPECT_NE(std::count(run_pixels.begin(), run_pixels.end(), 0), static_cast<long>(run_pixels.size())) << what;
+    }
+  }
+  // What a run cannot do stays with the layout: underlines, other scripts,
+  // control characters, wrapping.
+  FontDesc underlined;
+  underlined.underline = true;
+  EXPECT_EQ(engine.Layout(engine.GetFont(underlined), L"12.34", true, TextEngine::Box()).run, nullptr);
+  const TextEngine::Font* plain = engine.GetFont(FontDesc());
+  for (const wchar_t* text : {L"\u4ef7\u683c", L"caf\u00e9", L"a\tb", L""}) {
+    EXPECT_EQ(engine.Layout(plain, text, true, TextEngine::Box()).run, nullptr) << SStringW(text).ToUtf8();
+  }
+  TextEngine::Box wrap;
+  wrap.width = 40;
+  wrap.wrap = true;
+  EXPECT_NE(engine.Layout(plain, L"12.34 56.78 90.12", false, wrap).layout, nullptr);
 }
 
 TEST_F(RenderTest, CharacterExtentsAgreeWithPrefixWidths) {
