@@ -138,13 +138,18 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   const size_t slot = ring_.size() < capacity_ ? ring_.size() : Evict();
 
   Shaped shaped;
-  if (box.width < 0 && !box.needs_layout && ShapeRun(font, text, &shaped)) {
-    Cached* cached = &*index_.emplace(probe_, Entry{shaped}).first;
-    front = cached;
-    if (slot == ring_.size()) ring_.push_back(cached);
-    else ring_[slot] = cached;
-    return cached->second.shaped;
+  if (box.width >= 0 || box.needs_layout || !ShapeRun(font, text, &shaped)) {
+    shaped = ShapeLayout(font, text, single_line, box);
   }
+  Cached* cached = &*index_.emplace(probe_, Entry{shaped}).first;
+  front = cached;
+  if (slot == ring_.size()) ring_.push_back(cached);
+  else ring_[slot] = cached;
+  return cached->second.shaped;
+}
+
+TextEngine::Shaped TextEngine::ShapeLayout(const Font* font, std::wstring_view text, bool single_line,
+                                           const Box& box) {
   PangoLayout* layout = pango_layout_new(context_);
   pango_layout_set_font_description(layout, font->desc);
   if (font->attrs) pango_layout_set_attributes(layout, font->attrs);
@@ -159,16 +164,13 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
   }
   pango_layout_set_alignment(layout, box.align);
 
+  Shaped shaped;
   shaped.layout = layout;
   // Extents in pango units are ints; whatever still wrapped reads as huge.
   pango_layout_get_pixel_extents(layout, nullptr, &shaped.logical);
   if (shaped.logical.width < 0) shaped.logical.width = kMaxExtent;
   if (shaped.logical.height < 0) shaped.logical.height = kMaxExtent;
-  Cached* cached = &*index_.emplace(probe_, Entry{shaped}).first;
-  front = cached;
-  if (slot == ring_.size()) ring_.push_back(cached);
-  else ring_[slot] = cached;
-  return cached->second.shaped;
+  return shaped;
 }
 
 bool TextEngine::ShapeRun(const Font* font, std::wstring_view text, Shaped* shaped) {

@@ -109,6 +109,7 @@ class TextEngine {
   static size_t Hash(const Font* font, std::wstring_view text, int width, int height, int flags);
   // The run of text when it can be one (see Shaped), else false.
   bool ShapeRun(const Font* font, std::wstring_view text, Shaped* shaped);
+  Shaped ShapeLayout(const Font* font, std::wstring_view text, bool single_line, const Box& box);
   static void Release(Shaped* shaped);
   struct KeyHash {
     size_t operator()(const Key& k) const { return Hash(k.font, k.text, k.width, k.height, k.flags); }
