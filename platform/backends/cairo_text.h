@@ -1,8 +1,9 @@
-// Internal to the cairo backend: pango fonts and a cache of shaped layouts.
+// Internal to the cairo backend: pango fonts and a cache of shaped texts
+// (pango layouts, and glyph runs for short ASCII texts).
 //
 // Shaping is the expensive part of text painting, and a UI repaints the same
-// labels over and over, so layouts are kept in an LRU keyed by font, text and
-// the box parameters. One engine serves every target of a factory, so a window
+// labels over and over, so shaped texts are kept in an LRU keyed by font,
+// text and the box parameters. One engine serves every target of a factory, so a window
 // that recreates its target on resize keeps its cache.
 #pragma once
 
