@@ -165,7 +165,7 @@ int CQVTabCtrlBase::InsertTab(const std::vector<std::pair<SStringW, SStringW>>& 
   item->SetItemType(kQVTabItemType);
   if (index < 0) QVItemListNodeBase<CQVItemBase>::ListInsertAfter(head_, item, LastTab());
   else QVItemListNodeBase<CQVItemBase>::ListInsert(head_, item, index);
-  last_tab_hint_ = item->GetNext() ? last_tab_hint_ : item;
+  if (!item->GetNext()) last_tab_hint_ = item;
 
   EventQVTabItemInsert evt(this);
   evt.nId = item->GetItemId();

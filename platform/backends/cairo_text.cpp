@@ -106,6 +106,7 @@ const TextEngine::Font* TextEngine::GetFont(const FontDesc& desc) {
     if (desc.underline) pango_attr_list_insert(font->attrs, pango_attr_underline_new(PANGO_UNDERLINE_SINGLE));
     if (desc.strike) pango_attr_list_insert(font->attrs, pango_attr_strikethrough_new(TRUE));
   }
+  font->first = pango_context_load_font(context_, font->desc);
   const Font* result = font.get();
   fonts_.emplace(desc, std::move(font));
   return result;
@@ -135,6 +136,7 @@ const TextEngine::Shaped& TextEngine::Layout(const Font* font, std::wstring_view
     return found->second.shaped;
   }
   NoteMiss(hash);
+  ++shape_count_;
   const size_t slot = ring_.size() < capacity_ ? ring_.size() : Evict();
 
   Shaped shaped;
@@ -181,10 +183,6 @@ bool TextEngine::ShapeRun(const Font* font, std::wstring_view text, Shaped* shap
   for (const wchar_t c : text) {
     if (c < 0x20 || c > 0x7E) return false;
     letters = letters || static_cast<unsigned>((c | 0x20) - L'a') < 26u;
-  }
-  if (!font->first_loaded) {
-    font->first_loaded = true;
-    font->first = pango_context_load_font(context_, font->desc);
   }
   if (!font->first) return false;
   utf8_.assign(text.begin(), text.end());

@@ -33,10 +33,9 @@ class TextEngine {
     PangoAttrList* attrs = nullptr;  // underline / strike; null when neither
     int px = 12;                     // em size in pixels
     // The font pango picks first for the description, which short texts of
-    // printable ASCII are shaped with directly (see Layout()); loaded on
-    // first use, null when it cannot be.
-    mutable PangoFont* first = nullptr;
-    mutable bool first_loaded = false;
+    // printable ASCII are shaped with directly (see Shaped); null when it
+    // cannot be loaded.
+    PangoFont* first = nullptr;
   };
 
   // How a layout is boxed. width < 0: no width (one line per paragraph).
@@ -93,6 +92,8 @@ class TextEngine {
   // own entry).
   const Shaped& Layout(const Font* font, std::wstring_view text, bool single_line, const Box& box);
   size_t CachedLayouts() const { return index_.size(); }
+  // Texts shaped so far (each miss of the cache shapes one).
+  size_t ShapeCount() const { return shape_count_; }
   size_t Capacity() const { return capacity_; }
   void DropLayouts();
 
@@ -146,6 +147,7 @@ class TextEngine {
   std::unordered_set<size_t> ghosts_;
   std::deque<size_t> ghost_order_;
   size_t ghost_hits_ = 0;
+  size_t shape_count_ = 0;
   Key probe_{};       // reused for lookups so that a cache hit allocates nothing
   std::string utf8_;  // the text handed to pango, when a layout is made
 };

@@ -213,7 +213,9 @@ TEST(TextEngineTest, CacheKeepsWhatIsInUseAndStaysBounded) {
   ASSERT_NE(kept, nullptr);
   for (size_t i = 0; i < 3 * TextEngine::kCacheCapacity; ++i) {
     engine.Layout(font, L"text " + std::to_wstring(i), false, box);
+    const size_t shaped = engine.ShapeCount();
     ASSERT_EQ(ShapeOf(engine.Layout(font, L"kept", false, box)), kept) << "re-shaped after " << i << " others";
+    ASSERT_EQ(engine.ShapeCount(), shaped) << "re-shaped after " << i << " others";
   }
   EXPECT_EQ(engine.CachedLayouts(), TextEngine::kCacheCapacity);
   // The same text in another box is another layout, measured to that box.
@@ -249,7 +251,9 @@ TEST(TextEngineTest, CacheGrowsToHoldWhatEveryPaintShows) {
     return layouts;
   };
   for (int i = 0; i < 3; ++i) paint();
+  const size_t shaped = engine.ShapeCount();
   EXPECT_EQ(paint(), paint());
+  EXPECT_EQ(engine.ShapeCount(), shaped);
   EXPECT_GE(engine.Capacity(), shown);
   EXPECT_LE(engine.Capacity(), TextEngine::kMaxCacheCapacity);
   EXPECT_EQ(engine.CachedLayouts(), shown);
